@@ -1,0 +1,77 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "dao/recordset.h"
+#include "files/file_system.h"
+#include "jet/database.h"
+
+namespace tolva::dao {
+
+class DBEngine;
+
+/// One open store, as the logic sees it.
+class Database {
+  public:
+    Database(DBEngine& engine, std::unique_ptr<jet::Database> file);
+    ~Database();
+    Database(const Database&) = delete;
+    Database& operator=(const Database&) = delete;
+
+    /// `source` is a table's name (a table-type set: rows in page and slot order) or a query text (an
+    /// updatable dynaset). The set stands on its first row when there is one. The errors are those of the
+    /// query language and of the store.
+    std::unique_ptr<Recordset> OpenRecordset(const std::string& source);
+
+    const std::string& Name() const { return file_->path(); }
+    jet::Database& file() { return *file_; }
+
+  private:
+    friend class Recordset;
+    /// Called by a set ahead of each change, so that what another store has pending becomes durable first.
+    void about_to_change();
+
+    DBEngine& engine_;
+    std::unique_ptr<jet::Database> file_;
+};
+
+class Workspace {
+  public:
+    explicit Workspace(DBEngine& engine) : engine_(engine) {}
+
+    /// Shared, read and write. Errors as jet::Database::open.
+    std::unique_ptr<Database> OpenDatabase(const std::string& path);
+
+  private:
+    DBEngine& engine_;
+};
+
+/// The engine: its default workspace, and the one rule that spans stores. At any moment at most one store has
+/// changes that are not durable: a change to another store commits it first, and `commit` makes the rest
+/// durable. So the order of change is the order on disk.
+class DBEngine {
+  public:
+    /// `current_year` completes dates that texts give without a year; it is asked anew each time.
+    DBEngine(files::FileSystem& disk, std::function<int()> current_year);
+
+    /// Item 0 is the only one; error 3265 for others.
+    Workspace& Workspaces(int item);
+
+    void commit();
+
+  private:
+    friend class Database;
+    friend class Workspace;
+    friend class Recordset;
+
+    files::FileSystem& disk_;
+    std::function<int()> current_year_;
+    Workspace default_workspace_{*this};
+    std::vector<Database*> open_;
+    Database* pending_ = nullptr;
+};
+
+} // namespace tolva::dao

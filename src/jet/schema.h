@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace tolva::jet {
+
+/// The numbers are the file's own.
+enum class ColumnType : std::uint8_t {
+    boolean = 1,
+    byte = 2,
+    integer = 3,
+    long_integer = 4,
+    currency = 5,
+    single_real = 6,
+    double_real = 7,
+    date = 8,
+    binary = 9,
+    text = 10,
+    ole = 11,
+    memo = 12,
+    guid = 15,
+    numeric = 16,
+};
+
+struct ColumnSchema {
+    std::string name;
+    ColumnType type = ColumnType::text;
+    /// Characters for text, bytes for binary; 0 elsewhere.
+    int size = 0;
+    bool required = false;
+    bool zero_length = true;
+    bool auto_number = false;
+    /// Text that always fills its width with blanks.
+    bool fixed_length = false;
+    /// For numeric.
+    int precision = 0, scale = 0;
+};
+
+struct IndexSchema {
+    struct Part {
+        std::string column;
+        bool descending = false;
+    };
+
+    std::string name;
+    std::vector<Part> parts;
+    bool primary = false;
+    bool unique = false;
+    bool ignore_nulls = false;
+    bool required = false;
+};
+
+struct TableSchema {
+    std::string name;
+    std::vector<ColumnSchema> columns;
+    std::vector<IndexSchema> indexes;
+};
+
+} // namespace tolva::jet

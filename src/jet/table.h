@@ -1,0 +1,74 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "jet/schema.h"
+#include "jet/value.h"
+
+namespace tolva::jet {
+
+/// Where a row's header slot stands. Ordering is the engine's order of rows without an order: page and slot.
+struct RowId {
+    std::uint32_t page = 0;
+    std::uint8_t slot = 0;
+
+    friend bool operator==(const RowId&, const RowId&) = default;
+    friend bool operator<(const RowId& a, const RowId& b) {
+        return a.page != b.page ? a.page < b.page : a.slot < b.slot;
+    }
+};
+
+/// Decodes one column of the row under a cursor; what is not asked for is not decoded, and a long value is
+/// fetched only here. Valid until the cursor moves or the table changes.
+class RowReader {
+  public:
+    virtual ~RowReader() = default;
+    virtual Value value(std::size_t column) const = 0;
+};
+
+/// Walks the rows of a table in page and slot order. `next` goes to the following row and says whether there
+/// was one; a table that changes under a cursor is read as it then stands.
+class RowCursor : public RowReader {
+  public:
+    virtual bool next() = 0;
+    virtual RowId id() const = 0;
+};
+
+/// One table of an open database: its rows and every index over them, kept equal. Each change is whole or
+/// absent: all its checks come first (3047 record too large, 3163 too long for its column, 3314 and 3315
+/// required and zero length, 3022 and 3058 index violations), and a failure in the middle is undone. Changes
+/// are pending until `Database::commit`.
+class Table {
+  public:
+    virtual ~Table() = default;
+
+    virtual const TableSchema& schema() const = 0;
+    /// The column's position, or nothing; letter case does not matter.
+    virtual std::optional<std::size_t> find_column(const std::string& name) const = 0;
+    /// What the table definition counts; the structure check compares it with the rows.
+    virtual std::uint32_t row_count() const = 0;
+
+    /// `row` holds one value for each column, of the kind that its column stores (see Value).
+    virtual RowId insert(const Row& row) = 0;
+    /// The row keeps its RowId, whatever its new size.
+    virtual void update(RowId id, const Row& row) = 0;
+    virtual void erase(RowId id) = 0;
+
+    /// Error 3167 when the row is gone.
+    virtual Row read(RowId id) const = 0;
+    virtual bool exists(RowId id) const = 0;
+    /// A reader on one row, error 3167 when it is gone.
+    virtual std::unique_ptr<RowReader> reader(RowId id) const = 0;
+    virtual std::unique_ptr<RowCursor> scan() const = 0;
+
+    /// The rows whose first index columns equal `values` in the index's own sense of equality (text without
+    /// letter case and trailing blanks), sorted by RowId. `index` is a position in `schema().indexes`.
+    virtual std::vector<RowId> find(std::size_t index, std::span<const Value> values) const = 0;
+};
+
+} // namespace tolva::jet

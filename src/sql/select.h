@@ -1,0 +1,39 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "jet/database.h"
+#include "jet/table.h"
+
+namespace tolva::sql {
+
+struct Expression;
+
+/// A query text, taken apart: "select * from [table] where ... order by a, b desc". Key words, names and
+/// text comparisons ignore letter case; a column list in place of the asterisk is allowed.
+struct Select {
+    struct OrderPart {
+        std::string column;
+        bool descending = false;
+    };
+
+    std::string text;
+    /// Empty for the asterisk.
+    std::vector<std::string> columns;
+    std::string table;
+    std::shared_ptr<const Expression> where;
+    std::vector<OrderPart> order;
+};
+
+/// Error 3075, 3131, 3138 or another of the engine's syntax errors, naming the faulty piece of text.
+Select parse(std::string_view text, int current_year);
+
+/// The rows that the query selects, in its order; without an order by page and slot. Rows that the order
+/// leaves equal stay in page and slot order. Null sorts first. Error 3061 when a name is no column of the
+/// table, 3464 when a comparison mixes kinds that the engine does not, 3078 when the table is absent.
+std::vector<jet::RowId> run(const Select& select, jet::Table& table);
+
+} // namespace tolva::sql
