@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "files/file_system.h"
+#include "jet/format.h"
+
+namespace tolva::jet {
+
+using PageNumber = std::uint32_t;
+using Page = std::vector<std::uint8_t>;
+
+/// A page as it stood when it was read; stays alive and unchanged while held, whatever is written since.
+using PageRef = std::shared_ptr<const Page>;
+
+/// Reads and changes whole pages of one file, and makes changes durable all together or not at all, with a
+/// rollback journal beside the file. Nothing else writes to an .mdb.
+class Pager {
+  public:
+    virtual ~Pager() = default;
+
+    virtual const Format& format() const = 0;
+    virtual PageNumber page_count() const = 0;
+
+    /// The page with all pending changes. Error 3049 beyond the file's end.
+    virtual PageRef read(PageNumber page) const = 0;
+
+    /// The page's bytes for changing; good until the next call of `modify`, `append`, `commit` or an undo.
+    virtual std::span<std::uint8_t> modify(PageNumber page) = 0;
+
+    /// A new page of zeros at the file's end.
+    virtual PageNumber append() = 0;
+
+    /// Brackets one change of a table: `undo_statement` puts back everything since `begin_statement`.
+    virtual void begin_statement() = 0;
+    virtual void end_statement() = 0;
+    virtual void undo_statement() = 0;
+
+    virtual bool dirty() const = 0;
+    virtual void commit() = 0;
+    virtual void rollback() = 0;
+};
+
+} // namespace tolva::jet
