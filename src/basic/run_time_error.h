@@ -25,7 +25,8 @@ class RunTimeError : public std::runtime_error {
     int number_;
 };
 
-/// The standard text of an error number, with "PATH", "N", "TEXT" or "NAME" replaced by `detail`.
+/// The standard text of an error number, its open place (a path, a name, a count, a piece of text) filled
+/// with `detail`. A number without a text of its own gets the language's general one.
 std::string error_text(int number, const std::string& detail = {});
 
 } // namespace tolva::basic
