@@ -38,10 +38,10 @@ class File {
 };
 
 enum class OpenMode {
-    read,          ///< must exist
-    read_write,    ///< must exist; error 75 when the system allows reading only
-    create,        ///< read_write, made when absent, kept when present
-    create_new,    ///< read_write, error 58 when present
+    read,       ///< must exist
+    read_write, ///< must exist; error 75 when the system allows reading only
+    create,     ///< read_write, made when absent, kept when present
+    create_new, ///< read_write, error 58 when present
 };
 
 /// Every touch of a disk goes through here, so that crash tests can stand in for it. Paths are UTF-8 with

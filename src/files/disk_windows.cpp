@@ -1,0 +1,281 @@
+#ifdef _WIN32
+
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#include <windows.h>
+
+#include <algorithm>
+
+#include "files/file_system.h"
+#include "files/path.h"
+
+namespace tolva::files {
+namespace {
+
+std::wstring wide(const std::string& text) {
+    const int length = static_cast<int>(text.size());
+    const int needed = ::MultiByteToWideChar(CP_UTF8, 0, text.data(), length, nullptr, 0);
+    std::wstring out(static_cast<std::size_t>(needed), L'\0');
+    ::MultiByteToWideChar(CP_UTF8, 0, text.data(), length, out.data(), needed);
+    return out;
+}
+
+std::string narrow(const std::wstring& text) {
+    const int length = static_cast<int>(text.size());
+    const int needed = ::WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
+    std::string out(static_cast<std::size_t>(needed), '\0');
+    ::WideCharToMultiByte(CP_UTF8, 0, text.data(), length, out.data(), needed, nullptr, nullptr);
+    return out;
+}
+
+/// The system's own spelling of a path, long ones included.
+std::wstring native(const std::string& path) {
+    std::wstring out = wide(path.empty() ? "." : path);
+    std::replace(out.begin(), out.end(), L'/', L'\\');
+    return out;
+}
+
+std::string reason(DWORD error) {
+    wchar_t* buffer = nullptr;
+    const DWORD length = ::FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM |
+                                              FORMAT_MESSAGE_IGNORE_INSERTS,
+                                          nullptr, error, 0, reinterpret_cast<wchar_t*>(&buffer), 0, nullptr);
+    std::string text =
+        length ? narrow(std::wstring(buffer, length)) : "system error " + std::to_string(error);
+    if (buffer)
+        ::LocalFree(buffer);
+    while (!text.empty() && (text.back() == '\n' || text.back() == '\r' || text.back() == '.'))
+        text.pop_back();
+    return text;
+}
+
+/// A handle that closes itself.
+class Handle {
+  public:
+    explicit Handle(HANDLE handle) : handle_(handle) {}
+    ~Handle() {
+        if (handle_ != INVALID_HANDLE_VALUE)
+            ::CloseHandle(handle_);
+    }
+    Handle(const Handle&) = delete;
+    Handle& operator=(const Handle&) = delete;
+    HANDLE get() const { return handle_; }
+
+  private:
+    HANDLE handle_;
+};
+
+OVERLAPPED at(std::uint64_t offset) {
+    OVERLAPPED place{};
+    place.Offset = static_cast<DWORD>(offset);
+    place.OffsetHigh = static_cast<DWORD>(offset >> 32);
+    return place;
+}
+
+/// The one byte that stands for the whole file: far beyond any end, because a locked range cannot be read by
+/// others, and readers are welcome.
+constexpr std::uint64_t lock_byte = 0x7fff'ffff'0000'0000;
+
+/// Moves of one call are kept below what its counter holds.
+constexpr std::size_t longest_move = std::size_t{1} << 30;
+
+class WindowsFile final : public File {
+  public:
+    WindowsFile(std::string path, HANDLE handle) : path_(std::move(path)), handle_(handle) {}
+
+    const std::string& path() const override { return path_; }
+
+    std::uint64_t size() const override {
+        LARGE_INTEGER bytes;
+        if (!::GetFileSizeEx(handle_.get(), &bytes))
+            fail(75, path_, reason(::GetLastError()));
+        return static_cast<std::uint64_t>(bytes.QuadPart);
+    }
+
+    std::size_t read(std::uint64_t offset, std::span<std::uint8_t> out) const override {
+        std::size_t done = 0;
+        while (done < out.size()) {
+            OVERLAPPED place = at(offset + done);
+            DWORD got = 0;
+            const auto want = static_cast<DWORD>(std::min(out.size() - done, longest_move));
+            if (!::ReadFile(handle_.get(), out.data() + done, want, &got, &place)) {
+                const DWORD error = ::GetLastError();
+                if (error == ERROR_HANDLE_EOF)
+                    break;
+                fail(75, path_, reason(error));
+            }
+            if (got == 0)
+                break;
+            done += got;
+        }
+        return done;
+    }
+
+    void write(std::uint64_t offset, std::span<const std::uint8_t> bytes) override {
+        std::size_t done = 0;
+        while (done < bytes.size()) {
+            OVERLAPPED place = at(offset + done);
+            DWORD put = 0;
+            const auto want = static_cast<DWORD>(std::min(bytes.size() - done, longest_move));
+            if (!::WriteFile(handle_.get(), bytes.data() + done, want, &put, &place) || put == 0)
+                fail(75, path_, reason(::GetLastError()));
+            done += put;
+        }
+    }
+
+    void truncate(std::uint64_t size) override {
+        LARGE_INTEGER end;
+        end.QuadPart = static_cast<LONGLONG>(size);
+        if (!::SetFilePointerEx(handle_.get(), end, nullptr, FILE_BEGIN) || !::SetEndOfFile(handle_.get()))
+            fail(75, path_, reason(::GetLastError()));
+    }
+
+    void sync() override {
+        if (!::FlushFileBuffers(handle_.get()))
+            fail(75, path_, reason(::GetLastError()));
+    }
+
+    bool lock() override {
+        OVERLAPPED place = at(lock_byte);
+        if (::LockFileEx(handle_.get(), LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &place))
+            return true;
+        const DWORD error = ::GetLastError();
+        if (error == ERROR_LOCK_VIOLATION || error == ERROR_IO_PENDING)
+            return false;
+        fail(75, path_, reason(error));
+    }
+
+    void unlock() override {
+        OVERLAPPED place = at(lock_byte);
+        if (!::UnlockFileEx(handle_.get(), 0, 1, 0, &place))
+            fail(75, path_, reason(::GetLastError()));
+    }
+
+  private:
+    std::string path_;
+    Handle handle_;
+};
+
+class WindowsDisk final : public FileSystem {
+  public:
+    std::unique_ptr<File> open(const std::string& path, OpenMode mode) override {
+        const std::string found = resolve(path);
+        const DWORD access = mode == OpenMode::read ? GENERIC_READ : GENERIC_READ | GENERIC_WRITE;
+        DWORD disposition = OPEN_EXISTING;
+        if (mode == OpenMode::create)
+            disposition = OPEN_ALWAYS;
+        if (mode == OpenMode::create_new)
+            disposition = CREATE_NEW;
+        const HANDLE handle = ::CreateFileW(native(found).c_str(), access,
+                                            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                            disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+        if (handle == INVALID_HANDLE_VALUE)
+            fail_on(found, ::GetLastError());
+        return std::make_unique<WindowsFile>(found, handle);
+    }
+
+    bool exists(const std::string& path) const override {
+        return ::GetFileAttributesW(native(with_slashes(path)).c_str()) != INVALID_FILE_ATTRIBUTES;
+    }
+
+    bool exists_exactly(const std::string& path) const override {
+        // The system itself does not tell letter cases apart; the folder's listing does.
+        const std::string slashed = with_slashes(path);
+        if (!exists(slashed))
+            return false;
+        const std::string name = name_of(slashed);
+        if (name.empty() || name == "." || name == "..")
+            return true;
+        const auto names = entries(folder_of(slashed));
+        return std::find(names.begin(), names.end(), name) != names.end();
+    }
+
+    void remove(const std::string& path) override {
+        const std::string found = resolve(path);
+        if (!::DeleteFileW(native(found).c_str()))
+            fail_on(found, ::GetLastError());
+    }
+
+    void rename(const std::string& from, const std::string& to) override {
+        const std::string source = resolve(from);
+        if (!::MoveFileExW(native(source).c_str(), native(with_slashes(to)).c_str(),
+                           MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+            fail_on(source, ::GetLastError());
+    }
+
+    void make_folder(const std::string& path) override {
+        const std::string found = resolve(path);
+        if (!::CreateDirectoryW(native(found).c_str(), nullptr)) {
+            const DWORD error = ::GetLastError();
+            if (error == ERROR_ALREADY_EXISTS)
+                fail(75, found, reason(error));
+            fail_on(found, error);
+        }
+    }
+
+    std::vector<std::string> list(const std::string& folder) const override {
+        const std::string found = resolve(folder);
+        if (!exists(found))
+            fail(76, found, "no such folder");
+        std::vector<std::string> names = entries(found);
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+    void sync_folder(const std::string& folder) override {
+        // A folder can be flushed only where the file system lets it be opened for writing; elsewhere its
+        // own journal keeps the order of creations and removals.
+        const Handle handle(::CreateFileW(native(resolve(folder)).c_str(), GENERIC_WRITE,
+                                          FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                          OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+        if (handle.get() != INVALID_HANDLE_VALUE)
+            ::FlushFileBuffers(handle.get());
+    }
+
+    std::string resolve(const std::string& path) const override { return with_slashes(path); }
+
+  private:
+    static std::vector<std::string> entries(const std::string& folder) {
+        std::vector<std::string> names;
+        WIN32_FIND_DATAW entry;
+        const HANDLE search = ::FindFirstFileW(native(join(folder, "*")).c_str(), &entry);
+        if (search == INVALID_HANDLE_VALUE)
+            return names;
+        do {
+            const std::string name = narrow(entry.cFileName);
+            if (name != "." && name != "..")
+                names.push_back(name);
+        } while (::FindNextFileW(search, &entry));
+        ::FindClose(search);
+        return names;
+    }
+
+    [[noreturn]] static void fail_on(const std::string& path, DWORD error) {
+        switch (error) {
+        case ERROR_FILE_NOT_FOUND:
+            fail(53, path, reason(error));
+        case ERROR_PATH_NOT_FOUND:
+        case ERROR_DIRECTORY:
+            fail(76, path, reason(error));
+        case ERROR_FILE_EXISTS:
+        case ERROR_ALREADY_EXISTS:
+            fail(58, path, reason(error));
+        default:
+            fail(75, path, reason(error));
+        }
+    }
+};
+
+} // namespace
+
+std::unique_ptr<FileSystem> make_disk() {
+    return std::make_unique<WindowsDisk>();
+}
+
+} // namespace tolva::files
+
+#endif
