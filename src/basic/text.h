@@ -17,6 +17,8 @@ std::string trim(std::string_view text);
 /// Letter case by the Unicode simple mappings for Latin, Greek and Cyrillic letters; the rest stays.
 std::string upper(std::string_view text);
 std::string lower(std::string_view text);
+char32_t upper(char32_t letter);
+char32_t lower(char32_t letter);
 
 /// Code points and back; malformed UTF-8 yields U+FFFD, unpaired surrogates are encoded as U+FFFD.
 std::u32string to_code_points(std::string_view text);
