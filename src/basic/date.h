@@ -20,25 +20,30 @@ struct DateParts {
     int hour = 0, minute = 0, second = 0;
 };
 
-/// Years 100 to 9999, real months and days; anything else is error 5.
+/// Years 100 to 9999, real months, days and times; anything else is error 5.
 Date make_date(int year, int month, int day);
 Date make_moment(const DateParts& parts);
+int days_in_month(int year, int month);
+
+/// Error 6 for a number of days outside the years 100 to 9999.
 DateParts parts_of(Date date);
 
 /// The date without its time, and the time alone (a Date on day zero).
 Date day_of(Date date);
 Date time_of(Date date);
+/// Counts on in time, over day zero too. Error 6 outside the years 100 to 9999.
 Date add_days(Date date, double days);
 
 /// The date test on a text, and its conversion. Month/day/year whatever the machine's locale; an impossible
-/// month swaps with the day; years 00-29 are 20xx, 30-99 are 19xx; a date without a year takes
-/// `current_year`; a time alone lies on day zero.
+/// month swaps with the day, and a year may also come first; years 00-29 are 20xx, 30-99 are 19xx; a date
+/// without a year takes `current_year`, unless only a month and a year make a real date of it; a time alone
+/// lies on day zero.
 bool is_date(std::string_view text, int current_year);
 /// Error 13 when `is_date` would say no.
 Date to_date(std::string_view text, int current_year);
 
 /// The platform's short form: "3/7/2026", a time as "8:30:00 AM", both with a blank between; day zero shows
-/// its time alone, midnight its date alone.
+/// its time alone, midnight its date alone. Errors as `parts_of`.
 std::string date_to_text(Date date);
 
 } // namespace tolva::basic
