@@ -15,7 +15,8 @@ class TemporaryFolder {
         std::string pattern = (std::filesystem::temp_directory_path() / "tolva-test-").string();
         for (int attempt = 0;; ++attempt) {
             path_ = pattern + std::to_string(std::rand()) + "-" + std::to_string(attempt);
-            if (std::filesystem::create_directory(path_)) break;
+            if (std::filesystem::create_directory(path_))
+                break;
         }
     }
     ~TemporaryFolder() {
@@ -42,8 +43,7 @@ inline std::string copy_sample(const std::string& relative, const TemporaryFolde
     const auto from = shared_sample(relative);
     const auto to = folder.path() / from.filename();
     std::filesystem::copy_file(from, to, std::filesystem::copy_options::overwrite_existing);
-    std::filesystem::permissions(to, std::filesystem::perms::owner_write,
-                                 std::filesystem::perm_options::add);
+    std::filesystem::permissions(to, std::filesystem::perms::owner_write, std::filesystem::perm_options::add);
     return to.string();
 }
 

@@ -1,0 +1,84 @@
+#include "module/module.h"
+
+#include "basic/run_time_error.h"
+#include "basic/text.h"
+
+namespace tolva::module {
+
+namespace {
+
+constexpr const char* preference_path = "\\data\\database.mdb";
+constexpr const char* running_copy_path = "\\data\\tolva.lock";
+constexpr int file_in_use = 3045;
+
+} // namespace
+
+Module::Module(platform::Runtime& runtime_, files::FileSystem& disk_, std::string appfolder_)
+    : runtime(runtime_), disk(disk_), appfolder(std::move(appfolder_)),
+      engine(disk, [this] { return this_year(); }), security(runtime), Form1(runtime), preferences(runtime),
+      choosedate(runtime), zipcode(runtime), listings(runtime), prospect(runtime), sold(runtime),
+      addressbook(runtime), generalmessagecreate(runtime) {
+    runtime.make_durable = [this] { engine.commit(); };
+}
+
+Module::~Module() {
+    runtime.make_durable = nullptr;
+}
+
+void Module::refuse_second_copy() {
+    try {
+        running_copy_ = disk.open(appfolder + running_copy_path, files::OpenMode::create);
+    } catch (const basic::RunTimeError&) {
+        // No folder, or one that cannot be written to: opening the stores says so better.
+        return;
+    }
+    if (!running_copy_->lock())
+        throw basic::RunTimeError(file_in_use, disk.resolve(appfolder + preference_path));
+}
+
+void Module::opendatabases() {
+    listingfirstload = prospectfirstload = soldfirstload = addressfirstload = true;
+    listingnewrecord = prospectnewrecord = soldnewrecord = false;
+    refuse_second_copy();
+
+    const struct {
+        const char* path;
+        std::unique_ptr<dao::Database>& database;
+    } stores[] = {
+        {preference_path, preferencedb},        {"\\data\\listings.mdb", listingdb},
+        {"\\data\\address.mdb", addressdb},     {"\\data\\prospect.mdb", prospectdb},
+        {"\\data\\sold.mdb", solddb},           {"\\data\\zipcodes.mdb", zipdb},
+        {"\\data\\messagedata.mdb", messagedb},
+    };
+    for (const auto& store : stores)
+        store.database = engine.Workspaces(0).OpenDatabase(appfolder + store.path);
+
+    loadpreferences();
+
+    constexpr int labels_across = 3;
+    for (int label = 0; label < label_count; ++label) {
+        labelcolumn.at(static_cast<std::size_t>(label)) =
+            static_cast<std::uint8_t>(label % labels_across + 1);
+        labelrow.at(static_cast<std::size_t>(label)) = static_cast<std::uint8_t>(label / labels_across + 1);
+    }
+    printerready = runtime.host().printer_takes_font("Arial") ? 1 : 0;
+}
+
+int Module::confirm(const std::string& text) {
+    return runtime.box(text, "Are You Sure?", platform::BoxButtons::ok_cancel);
+}
+
+void Module::selectfieldtext(platform::Screen& screen) {
+    if (auto* control = dynamic_cast<platform::TextControl*>(screen.active_control))
+        control->select_all();
+}
+
+std::string Module::today_text() const {
+    return basic::trim(basic::date_to_text(today()));
+}
+
+std::string Module::now_text() const {
+    return basic::trim(basic::date_to_text(runtime.clock().now()));
+}
+
+} // namespace tolva::module

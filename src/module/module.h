@@ -1,0 +1,108 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "dao/database.h"
+#include "dao/recordset.h"
+#include "files/file_system.h"
+#include "module/record_entry.h"
+#include "module/settings.h"
+#include "platform/runtime.h"
+
+namespace tolva::messages {
+class generalmessagecreate;
+} // namespace tolva::messages
+
+namespace tolva::module {
+
+/// The program-wide module: the stores, the shared values, the one instance of each screen and the routines
+/// that every screen calls. One per running program; everything outside it comes in through the constructor.
+///
+/// There are no locks and no positions kept: a set is replaced whole by whoever opens a query for it, and the
+/// poll, a dialog or another screen may do so between any two events.
+class Module {
+  public:
+    Module(platform::Runtime& runtime, files::FileSystem& disk, std::string appfolder);
+    ~Module();
+
+    platform::Runtime& runtime;
+    files::FileSystem& disk;
+    /// The program's folder, without a slash at its end.
+    const std::string appfolder;
+
+    // --- The stores ---------------------------------------------------------------------------------------
+
+    dao::DBEngine engine;
+
+    std::unique_ptr<dao::Database> preferencedb, listingdb, addressdb, prospectdb, solddb, zipdb, messagedb;
+
+    std::unique_ptr<dao::Recordset> preferenceset, zipset;
+    /// The current set of each record screen.
+    std::unique_ptr<dao::Recordset> listingset, prospectset, soldset, addressset;
+    /// From the main menu's load on it is always open: `savemessage` adds through whatever set stands here.
+    std::unique_ptr<dao::Recordset> messageset;
+
+    // --- What the record screens keep while they are not loaded --------------------------------------------
+
+    /// The query text of the view in force.
+    std::string listingquery, prospectquery, soldquery, addressquery;
+    bool listingfirstload = true, prospectfirstload = true, soldfirstload = true, addressfirstload = true;
+    /// From the new-record action to the close flow; neither a deletion nor the title bar clears it.
+    bool listingnewrecord = false, prospectnewrecord = false, soldnewrecord = false;
+
+    // --- Shared values ------------------------------------------------------------------------------------
+
+    Settings settings;
+    /// The `messagetype` of the next message to be written.
+    std::uint8_t messagekind = 0;
+    /// The day picked last in `choosedate` as text; empty when it was left without picking.
+    std::string chosendate;
+    /// 1 when there is a printer to print on.
+    int printerready = 0;
+    /// Column (1 to 3) and row (1 to 10) of each label on a sheet; entry 0 is label 1.
+    static constexpr int label_count = 30;
+    std::array<std::uint8_t, label_count> labelcolumn{}, labelrow{};
+
+    // --- The screens --------------------------------------------------------------------------------------
+
+    platform::Slot<platform::Screen> security, Form1, preferences, choosedate, zipcode;
+    platform::Slot<RecordEntry> listings, prospect, sold;
+    platform::Slot<platform::Screen> addressbook;
+    platform::Slot<messages::generalmessagecreate> generalmessagecreate;
+
+    // --- Routines -----------------------------------------------------------------------------------------
+
+    /// Opens the seven stores in their fixed order, loads the settings, fills the label tables and probes the
+    /// printer. What fails here ends the program with the engine's text; a second copy of the program on the
+    /// same folder is error 3045.
+    void opendatabases();
+    void loadpreferences();
+    /// Stamps `lastdate` with today, whatever the reason for saving.
+    void savepreferences();
+
+    /// Asks with OK and Cancel under "Are You Sure?"; 1 for OK, 2 for Cancel.
+    int confirm(const std::string& text);
+    /// Selects the whole text of the focused control of `screen`.
+    static void selectfieldtext(platform::Screen& screen);
+
+    /// Today, and now as a time alone, as the query texts write them.
+    std::string today_text() const;
+    std::string now_text() const;
+    basic::Date today() const { return runtime.clock().today(); }
+    int this_year() const { return basic::parts_of(today()).year; }
+
+    /// The date test and the conversion, with this year for dates without one.
+    bool is_date(const std::string& text) const { return basic::is_date(text, this_year()); }
+    basic::Date to_date(const std::string& text) const { return basic::to_date(text, this_year()); }
+
+  private:
+    void refuse_second_copy();
+
+    /// Held for the life of the program; the system lets go of it however the program ends.
+    std::unique_ptr<files::File> running_copy_;
+};
+
+} // namespace tolva::module

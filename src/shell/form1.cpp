@@ -1,0 +1,46 @@
+#include "shell/form1.h"
+
+#include "messages/generalmessagecreate.h"
+#include "messages/message_kind.h"
+#include "messages/poll.h"
+
+namespace tolva::shell {
+
+Form1::Form1(module::Module& module)
+    : Screen(module.runtime, "Form1", "TOLVA: Tolva Agent Desk"), module_(module) {
+    bind_screen(Command9, module_.listings);
+    bind_screen(Command3, module_.prospect);
+    bind_screen(Command7, module_.sold);
+    bind_screen(Command1, module_.addressbook);
+    bind_screen(Command10, module_.preferences);
+    Command11.on_click = [this] {
+        module_.messagekind = messages::general_reminder;
+        module_.generalmessagecreate().show();
+    };
+    Command12.on_click = [this] { messages::show_todays_messages(module_, MTimer1); };
+    Command8.on_click = [this] { runtime().end(); };
+
+    m_version.on_click = [this] { runtime().message("TOLVA 1.0 Build Date 11/23/05", ""); };
+    MTimer1.on_timer = [this] { MTimer1_Timer(); };
+}
+
+void Form1::on_load() {
+    module_.messageset = module_.messagedb->OpenRecordset("Select * from [table]");
+    MTimer1.enabled = true;
+    MTimer1.interval = 1;
+    messages::pollmessages(module_, MTimer1);
+}
+
+void Form1::on_unload() {
+    runtime().end();
+}
+
+void Form1::MTimer1_Timer() {
+    messages::pollmessages(module_, MTimer1);
+    // Once a day, at the first tick after midnight: saving stamps the day, and whatever saved earlier today
+    // has stamped it already.
+    if (module_.settings.lastdate < module_.today())
+        module_.savepreferences();
+}
+
+} // namespace tolva::shell
