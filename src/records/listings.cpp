@@ -105,16 +105,31 @@ listings::listings(module::Module& module)
         {datenextcontact, false, "Invalid Date Next Contact"},
     };
 
-    //                      grid   form
+    // clang-format off
     modes_ = std::vector<Mode>{
-        {Command5, false, true},        {Command6, false, true},        {Command7, false, true},
-        {Command8, false, true},        {Command9, false, true},        {Command10, true, false},
-        {Frame10, true, false},         {f_customerlist, true, false},  {miport, true, false},
-        {m_quicksearch, true, false},   {m_newlisting, true, false},    {m_searchlisting, true, false},
-        {m_deletelisting, false, true}, {m_savelisting, false, true},   {m_exit, true, false},
-        {m_printlisting, false, true},  {m_printlistings, true, false}, {m_printlabels, true, false},
-        {m_followup, false, true},      {m_appointment, false, true},
+        //               grid   form
+        {Command5,        false, true},
+        {Command6,        false, true},
+        {Command7,        false, true},
+        {Command8,        false, true},
+        {Command9,        false, true},
+        {Command10,       true,  false},
+        {Frame10,         true,  false},
+        {f_customerlist,  true,  false},
+        {miport,          true,  false},
+        {m_quicksearch,   true,  false},
+        {m_newlisting,    true,  false},
+        {m_searchlisting, true,  false},
+        {m_deletelisting, false, true},
+        {m_savelisting,   false, true},
+        {m_exit,          true,  false},
+        {m_printlisting,  false, true},
+        {m_printlistings, true,  false},
+        {m_printlabels,   true,  false},
+        {m_followup,      false, true},
+        {m_appointment,   false, true},
     };
+    // clang-format on
 
     lists_ = std::vector<OptionList>{
         {module::construction_list, construction},
