@@ -24,6 +24,8 @@ class Pager {
     virtual ~Pager() = default;
 
     virtual const Format& format() const = 0;
+    /// The file's path, for messages.
+    virtual const std::string& path() const = 0;
     virtual PageNumber page_count() const = 0;
 
     /// The page with all pending changes. Error 3049 beyond the file's end.

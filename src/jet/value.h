@@ -32,7 +32,9 @@ struct Decimal {
 using Value = std::variant<std::monostate, bool, std::int64_t, double, Currency, Decimal, basic::Date,
                            std::string, Bytes>;
 
-inline bool is_null(const Value& value) { return std::holds_alternative<std::monostate>(value); }
+inline bool is_null(const Value& value) {
+    return std::holds_alternative<std::monostate>(value);
+}
 
 using Row = std::vector<Value>;
 

@@ -1,0 +1,139 @@
+#include "jet/column_properties.h"
+
+#include <cstring>
+
+#include "basic/text.h"
+#include "jet/bytes.h"
+#include "jet/text_codec.h"
+
+namespace tolva::jet {
+namespace {
+
+constexpr char jet4_magic[] = "MR2";
+constexpr char jet3_magic[] = "KKD";
+constexpr std::uint16_t names_chunk = 0x80;
+constexpr std::uint16_t column_chunk = 1;
+constexpr std::uint8_t boolean_type = 1;
+constexpr char required_name[] = "Required";
+constexpr char zero_length_name[] = "AllowZeroLength";
+
+/// Takes pieces off the front; an empty one when there is not enough.
+class Pieces {
+  public:
+    explicit Pieces(std::span<const std::uint8_t> bytes) : rest_(bytes) {}
+    bool has(std::size_t count) const { return rest_.size() >= count; }
+    std::span<const std::uint8_t> take(std::size_t count) {
+        if (!has(count))
+            count = rest_.size();
+        const auto piece = rest_.first(count);
+        rest_ = rest_.subspan(count);
+        return piece;
+    }
+    std::uint16_t take16() { return has(2) ? get16(take(2).data()) : std::uint16_t{0}; }
+    std::uint32_t take32() { return has(4) ? get32(take(4).data()) : 0; }
+
+  private:
+    std::span<const std::uint8_t> rest_;
+};
+
+void append16(std::vector<std::uint8_t>& out, std::size_t value) {
+    out.resize(out.size() + 2);
+    put16(out.data() + out.size() - 2, value);
+}
+
+void append_name(std::vector<std::uint8_t>& out, const std::string& name) {
+    const std::u16string units = to_utf16(name);
+    append16(out, units.size() * 2);
+    encode_text(out, units, false, jet4_format);
+}
+
+/// A chunk: its length (this head included), its kind, its content.
+void append_chunk(std::vector<std::uint8_t>& out, std::uint16_t kind,
+                  const std::vector<std::uint8_t>& content) {
+    const std::size_t start = out.size();
+    out.resize(start + 4);
+    put32(out.data() + start, static_cast<std::uint32_t>(content.size() + 6));
+    append16(out, kind);
+    out.insert(out.end(), content.begin(), content.end());
+}
+
+} // namespace
+
+std::map<std::string, ColumnRules> read_column_properties(std::span<const std::uint8_t> blob) {
+    std::map<std::string, ColumnRules> rules;
+    if (blob.size() < 4 ||
+        (std::memcmp(blob.data(), jet4_magic, 4) != 0 && std::memcmp(blob.data(), jet3_magic, 4) != 0))
+        return rules;
+    const bool wide = blob[0] == 'M';
+    const auto text = [&](std::span<const std::uint8_t> bytes) {
+        return wide ? decode_text(bytes) : std::string(bytes.begin(), bytes.end());
+    };
+    std::vector<std::string> names;
+    Pieces chunks(blob.subspan(4));
+    while (chunks.has(6)) {
+        const std::uint32_t size = chunks.take32();
+        const std::uint16_t kind = chunks.take16();
+        if (size < 6)
+            break;
+        Pieces content(chunks.take(size - 6));
+        if (kind == names_chunk) {
+            while (content.has(2))
+                names.push_back(text(content.take(content.take16())));
+            continue;
+        }
+        if (kind != column_chunk)
+            continue;
+        content.take32(); // the size of what names the column
+        ColumnRules& column = rules[text(content.take(content.take16()))];
+        while (content.has(8)) {
+            const std::uint16_t entry_size = content.take16();
+            if (entry_size < 8)
+                break;
+            Pieces entry(content.take(entry_size - 2u));
+            entry.take(1);
+            const std::uint8_t type = entry.has(1) ? entry.take(1)[0] : std::uint8_t{0};
+            const std::size_t name = entry.take16();
+            const auto value = entry.take(entry.take16());
+            if (type != boolean_type || value.empty() || name >= names.size())
+                continue;
+            if (basic::equal_names(names[name], required_name))
+                column.required = value[0] != 0;
+            if (basic::equal_names(names[name], zero_length_name))
+                column.zero_length = value[0] != 0;
+        }
+    }
+    return rules;
+}
+
+std::vector<std::uint8_t> write_column_properties(const TableSchema& table) {
+    std::vector<std::uint8_t> names;
+    append_name(names, zero_length_name);
+    append_name(names, required_name);
+    std::vector<std::uint8_t> blob(jet4_magic, jet4_magic + 4);
+    append_chunk(blob, names_chunk, names);
+    for (const ColumnSchema& column : table.columns) {
+        const bool has_length = column.type == ColumnType::text || column.type == ColumnType::memo;
+        if (!has_length && !column.required)
+            continue;
+        std::vector<std::uint8_t> name;
+        append_name(name, column.name);
+        std::vector<std::uint8_t> content(4);
+        put32(content.data(), static_cast<std::uint32_t>(name.size() + 4));
+        content.insert(content.end(), name.begin(), name.end());
+        const auto property = [&](std::size_t place, bool value) {
+            append16(content, 9);
+            content.push_back(1);
+            content.push_back(boolean_type);
+            append16(content, place);
+            append16(content, 1);
+            content.push_back(value ? 0xff : 0);
+        };
+        if (has_length)
+            property(0, column.zero_length);
+        property(1, column.required);
+        append_chunk(blob, column_chunk, content);
+    }
+    return blob;
+}
+
+} // namespace tolva::jet

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "jet/format.h"
+#include "jet/schema.h"
+
+namespace tolva::jet {
+
+/// The two properties of a column that bind whoever writes to it. Where a column says nothing, neither does.
+struct ColumnRules {
+    bool required = false;
+    bool zero_length = true;
+};
+
+/// Reads the property blob of a table's catalog row, by column name. Bytes that make no sense end the
+/// reading; what was understood until then counts.
+std::map<std::string, ColumnRules> read_column_properties(std::span<const std::uint8_t> blob);
+
+/// The blob of a new table: both properties of each column that departs from an engine's defaults.
+std::vector<std::uint8_t> write_column_properties(const TableSchema& table);
+
+} // namespace tolva::jet

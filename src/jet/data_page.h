@@ -1,0 +1,73 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+#include "jet/pager.h"
+
+namespace tolva::jet {
+
+/// Where a record stands: a slot on a page of rows, long values or usage maps. Stored as one byte of slot and
+/// three of page.
+struct RecordPlace {
+    PageNumber page = 0;
+    std::uint8_t slot = 0;
+
+    static RecordPlace from(std::uint32_t stored) {
+        return {stored >> 8, static_cast<std::uint8_t>(stored & 0xff)};
+    }
+    std::uint32_t stored() const { return page << 8 | slot; }
+    friend bool operator==(const RecordPlace&, const RecordPlace&) = default;
+};
+
+/// A page of records, read only. Slot k's offset stands in the page's head; records fill the page from its
+/// end downward. A record ends at the next greater offset of any slot, tombstones included.
+class DataPageView {
+  public:
+    /// Two bits beside the offset. A tombstone has both.
+    static constexpr std::uint16_t away_flag = 0x4000;   ///< holds the place where the row now stands
+    static constexpr std::uint16_t hidden_flag = 0x8000; ///< is reached from elsewhere only
+    static constexpr std::uint16_t both_flags = away_flag | hidden_flag;
+
+    /// Error 3049 when the page is no page of records or its slots make no sense. The view refers to `bytes`.
+    DataPageView(const Format& format, const std::string& path, PageNumber number,
+                 std::span<const std::uint8_t> bytes);
+
+    std::size_t slots() const { return slots_; }
+    std::uint16_t flags(std::size_t slot) const { return raw(slot) & both_flags; }
+    bool is_tombstone(std::size_t slot) const { return flags(slot) == both_flags; }
+    std::span<const std::uint8_t> record(std::size_t slot) const;
+
+    std::uint32_t owner() const;
+    bool holds_long_values() const;
+    std::size_t free_space() const;
+    /// What the header should say: the bytes between the slots and the lowest record.
+    std::size_t actual_free_space() const;
+    /// Whether each slot lies below the one before it, without gaps between records.
+    bool in_order() const { return in_order_; }
+    std::size_t offset(std::size_t slot) const { return raw(slot) & format_->data.offset_mask; }
+
+  private:
+    std::uint16_t raw(std::size_t slot) const;
+
+    const Format* format_;
+    std::span<const std::uint8_t> bytes_;
+    std::size_t slots_ = 0;
+    bool in_order_ = true;
+};
+
+/// Whether the page's bytes claim to be a page of records.
+inline bool is_data_page(std::span<const std::uint8_t> bytes) {
+    return bytes[0] == 1;
+}
+
+/// One record, its page held. Error 3049 when there is no such slot.
+struct Record {
+    PageRef page;
+    std::span<const std::uint8_t> bytes;
+    std::uint16_t flags = 0;
+};
+Record read_record(const Pager& pager, RecordPlace place, PageNumber named_by);
+
+} // namespace tolva::jet

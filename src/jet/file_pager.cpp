@@ -1,0 +1,268 @@
+#include "jet/file_pager.h"
+
+#include <algorithm>
+
+#include "basic/run_time_error.h"
+#include "jet/damage.h"
+#include "jet/header_page.h"
+
+namespace tolva::jet {
+namespace {
+
+constexpr std::size_t cache_bytes = std::size_t{32} << 20;
+
+} // namespace
+
+FilePager::FilePager(files::FileSystem& disk, const std::string& path)
+    : disk_(disk), path_(disk.resolve(path)), journal_(disk, path_), clean_(cache_bytes / 4096) {
+    open_file();
+    if (!file_->lock())
+        throw basic::RunTimeError(3045, path_);
+    recover();
+
+    std::uint64_t size = read_only_ && overlay_.length ? overlay_.length : file_->size();
+    std::vector<std::uint8_t> start(recognition_size);
+    start.resize(file_->read(0, start));
+    if (!overlay_.blocks.empty() && overlay_.blocks.front().first == 0)
+        start.assign(overlay_.blocks.front().second.begin(),
+                     overlay_.blocks.front().second.begin() + recognition_size);
+    format_ = &recognise(path_, start);
+    page_count_ = stored_count_ = static_cast<PageNumber>(size / format_->page_size);
+    if (size % format_->page_size != 0)
+        damaged(path_, page_count_, "the file ends inside this page");
+    if (page_count_ < 3)
+        damaged(path_, page_count_, "the file ends before its catalog");
+    was_cut_short_ = commit_was_cut(*format_, *read(0));
+}
+
+FilePager::~FilePager() = default;
+
+void FilePager::open_file() {
+    try {
+        file_ = disk_.open(path_, files::OpenMode::read_write);
+        return;
+    } catch (const basic::RunTimeError& error) {
+        if (error.number() == 53 || error.number() == 76)
+            throw basic::RunTimeError(3024, path_);
+        if (error.number() != 75)
+            throw;
+    }
+    file_ = disk_.open(path_, files::OpenMode::read);
+    read_only_ = true;
+}
+
+void FilePager::recover() {
+    if (!journal_.exists())
+        return;
+    if (!journal_.whole()) {
+        // Its commit had not begun to write to the file.
+        if (!read_only_) {
+            journal_.remove();
+            journal_.sync_removal();
+        }
+        return;
+    }
+    if (read_only_) {
+        overlay_ = journal_.image();
+        return;
+    }
+    journal_.roll_back(*file_);
+    journal_.remove();
+    journal_.sync_removal();
+}
+
+void FilePager::check_usable() const {
+    if (!failure_.empty())
+        throw basic::RunTimeError::with_text(75, failure_);
+}
+
+PageRef FilePager::fetch(PageNumber page) const {
+    auto content = std::make_shared<Page>(format_->page_size);
+    const std::uint64_t at = std::uint64_t{page} * format_->page_size;
+    const std::size_t got = file_->read(at, *content);
+    if (overlay_.blocks.empty() && got != format_->page_size)
+        damaged(path_, page, "the file ends inside this page");
+    for (const auto& [number, block] : overlay_.blocks) {
+        const std::uint64_t from = std::uint64_t{number} * Journal::block_size;
+        if (at < from || at >= from + Journal::block_size)
+            continue;
+        std::copy_n(block.begin() + static_cast<std::ptrdiff_t>(at - from), format_->page_size,
+                    content->begin());
+    }
+    return content;
+}
+
+PageRef FilePager::read(PageNumber page) const {
+    check_usable();
+    if (!pending_.empty())
+        if (const auto found = pending_.find(page); found != pending_.end())
+            return found->second;
+    if (const PageRef& kept = clean_.find(page))
+        return kept;
+    if (page >= stored_count_)
+        damaged(path_, page, "the file has no such page, it ends after " + std::to_string(page_count_));
+    PageRef content = fetch(page);
+    clean_.put(page, content);
+    return content;
+}
+
+std::span<std::uint8_t> FilePager::modify(PageNumber page) {
+    if (read_only_)
+        throw basic::RunTimeError(3027);
+    auto found = pending_.find(page);
+    if (found == pending_.end()) {
+        auto copy = std::make_shared<Page>(*read(page));
+        if (in_statement_)
+            before_.try_emplace(page, nullptr);
+        clean_.drop(page);
+        found = pending_.emplace(page, std::move(copy)).first;
+        return *found->second;
+    }
+    if (in_statement_ && page < count_before_)
+        before_.try_emplace(page, found->second);
+    if (found->second.use_count() > 1)
+        found->second = std::make_shared<Page>(*found->second);
+    return *found->second;
+}
+
+PageNumber FilePager::append() {
+    check_usable();
+    if (read_only_)
+        throw basic::RunTimeError(3027);
+    const PageNumber page = page_count_++;
+    pending_.emplace(page, std::make_shared<Page>(format_->page_size));
+    return page;
+}
+
+void FilePager::begin_statement() {
+    before_.clear();
+    count_before_ = page_count_;
+    in_statement_ = true;
+}
+
+void FilePager::end_statement() {
+    before_.clear();
+    in_statement_ = false;
+}
+
+void FilePager::undo_statement() {
+    for (auto& [page, content] : before_) {
+        if (content)
+            pending_[page] = std::move(content);
+        else
+            pending_.erase(page);
+    }
+    for (PageNumber page = count_before_; page < page_count_; ++page)
+        pending_.erase(page);
+    page_count_ = count_before_;
+    end_statement();
+    ++undo_count_;
+}
+
+std::vector<std::uint32_t> FilePager::blocks_to_save() const {
+    std::vector<std::uint32_t> blocks;
+    const auto save = [&](PageNumber page) {
+        if (page >= stored_count_)
+            return;
+        blocks.push_back(
+            static_cast<std::uint32_t>(std::uint64_t{page} * format_->page_size / Journal::block_size));
+    };
+    save(0);
+    for (const auto& [page, content] : pending_)
+        save(page);
+    // A block whose second half is new is written as a whole by the device, so its first half is at stake.
+    if (page_count_ > stored_count_ && stored_count_ > 0 &&
+        std::uint64_t{stored_count_} * format_->page_size % Journal::block_size != 0)
+        save(stored_count_ - 1);
+    std::sort(blocks.begin(), blocks.end());
+    blocks.erase(std::unique(blocks.begin(), blocks.end()), blocks.end());
+    return blocks;
+}
+
+void FilePager::write_pages() {
+    const auto place = [&](PageNumber page) { return std::uint64_t{page} * format_->page_size; };
+    Page first = *read(0);
+    mark_commit(*format_, first);
+    file_->write(0, first);
+
+    std::vector<PageNumber> order;
+    for (const auto& [page, content] : pending_)
+        if (page != 0)
+            order.push_back(page);
+    std::sort(order.begin(), order.end());
+    // Neighbours go out in one write.
+    std::vector<std::uint8_t> run;
+    constexpr std::size_t longest_run = std::size_t{1} << 20;
+    for (std::size_t i = 0; i < order.size();) {
+        const std::uint64_t at = place(order[i]);
+        run.clear();
+        do {
+            const Page& content = *pending_.at(order[i]);
+            run.insert(run.end(), content.begin(), content.end());
+            ++i;
+        } while (i < order.size() && order[i] == order[i - 1] + 1 && run.size() < longest_run);
+        file_->write(at, run);
+    }
+
+    settle_commits(*format_, first);
+    file_->write(0, first);
+    file_->sync();
+}
+
+void FilePager::commit() {
+    check_usable();
+    if (pending_.empty())
+        return;
+    if (in_statement_)
+        end_statement();
+    // A failure here leaves the file as it was and the changes pending; a journal that stands whole says the
+    // same as the file does.
+    try {
+        journal_.write(*file_, blocks_to_save());
+    } catch (...) {
+        try {
+            journal_.remove();
+        } catch (const basic::RunTimeError&) {
+        }
+        throw;
+    }
+    try {
+        write_pages();
+        try {
+            journal_.remove();
+        } catch (const basic::RunTimeError&) {
+            if (journal_.exists())
+                throw; // else it is gone whatever the system said
+        }
+    } catch (const basic::RunTimeError& error) {
+        const std::string text = error.text();
+        try {
+            journal_.roll_back(*file_);
+            journal_.remove();
+            journal_.sync_removal();
+        } catch (const basic::RunTimeError& second) {
+            failure_ = text + "  The change could not be taken back either (" + second.text() +
+                       "); the file is put right when it is opened next.";
+            check_usable();
+        }
+        throw;
+    }
+
+    for (auto& [page, content] : pending_)
+        clean_.put(page, std::move(content));
+    pending_.clear();
+    clean_.drop(0); // its commit bytes
+    stored_count_ = page_count_;
+    was_cut_short_ = false;
+    journal_.sync_removal();
+}
+
+void FilePager::rollback() {
+    if (in_statement_)
+        end_statement();
+    pending_.clear();
+    page_count_ = stored_count_;
+    ++undo_count_;
+}
+
+} // namespace tolva::jet

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <unordered_map>
+
+#include "files/file_system.h"
+#include "jet/journal.h"
+#include "jet/page_cache.h"
+#include "jet/pager.h"
+
+namespace tolva::jet {
+
+/// The pager over a real file. It holds the file's lock for as long as it lives, so there is one writer and
+/// no reader of ours beside it.
+///
+/// A page is clean (as stored, kept within a budget) or pending (changed since the last commit, kept in
+/// memory until then). A clean page is copied before its first change, and a pending one when somebody still
+/// holds it or a statement may have to put it back; so a PageRef never changes.
+class FilePager final : public Pager {
+  public:
+    /// Locks and opens the file, and first undoes what a cut commit left. Errors as Database::open.
+    FilePager(files::FileSystem& disk, const std::string& path);
+    ~FilePager() override;
+
+    bool read_only() const { return read_only_; }
+    /// Whether another program's commit was cut short, by the commit bytes of page 0.
+    bool was_cut_short() const { return was_cut_short_; }
+    /// Counts commits and undoings: what was remembered of pages under another number must be read anew.
+    std::uint64_t undo_count() const { return undo_count_; }
+
+    const Format& format() const override { return *format_; }
+    const std::string& path() const override { return path_; }
+    PageNumber page_count() const override { return page_count_; }
+    PageRef read(PageNumber page) const override;
+    std::span<std::uint8_t> modify(PageNumber page) override;
+    PageNumber append() override;
+    void begin_statement() override;
+    void end_statement() override;
+    void undo_statement() override;
+    bool dirty() const override { return !pending_.empty(); }
+    void commit() override;
+    void rollback() override;
+
+  private:
+    using Pages = std::unordered_map<PageNumber, std::shared_ptr<Page>>;
+
+    void open_file();
+    void recover();
+    PageRef fetch(PageNumber page) const;
+    std::vector<std::uint32_t> blocks_to_save() const;
+    void write_pages();
+    void check_usable() const;
+
+    files::FileSystem& disk_;
+    std::string path_;
+    std::unique_ptr<files::File> file_;
+    Journal journal_;
+    const Format* format_ = nullptr;
+    bool read_only_ = false;
+    bool was_cut_short_ = false;
+    std::uint64_t undo_count_ = 0;
+
+    PageNumber page_count_ = 0;
+    PageNumber stored_count_ = 0;
+    mutable PageCache clean_;
+    Pages pending_;
+    /// Blocks of a journal that may not be rolled back because the file can only be read.
+    Journal::Image overlay_;
+
+    /// What the statement that is under way has changed: the page as it was pending before, or null where it
+    /// was clean.
+    bool in_statement_ = false;
+    Pages before_;
+    PageNumber count_before_ = 0;
+
+    /// Set when a failed commit could not be undone in the file: its text. The journal stands, and the next
+    /// opening puts the file right; until then nothing here can be trusted.
+    std::string failure_;
+};
+
+} // namespace tolva::jet

@@ -1,0 +1,97 @@
+#include "jet/open_database.h"
+
+#include <algorithm>
+
+#include "basic/run_time_error.h"
+#include "basic/text.h"
+#include "jet/column_properties.h"
+#include "jet/damage.h"
+
+namespace tolva::jet {
+namespace {
+
+/// In the catalog: a local table, and the flags of one that is not the user's.
+constexpr std::int64_t table_type = 1;
+constexpr std::int64_t system_flags = 0x8000'0002;
+
+std::int64_t number_of(const Value& value) {
+    const auto* number = std::get_if<std::int64_t>(&value);
+    return number ? *number : 0;
+}
+
+} // namespace
+
+std::unique_ptr<Database> Database::open(files::FileSystem& disk, const std::string& path) {
+    return std::make_unique<OpenDatabase>(disk, path);
+}
+
+OpenDatabase::OpenDatabase(files::FileSystem& disk, const std::string& path) : pager_(disk, path) {
+    read_catalog();
+}
+
+void OpenDatabase::read_catalog() {
+    const StoredTable table(pager_, "MSysObjects", read_table_definition(pager_, catalog_page));
+    const auto column = [&](const char* name) {
+        const auto found = table.find_column(name);
+        if (!found)
+            damaged(path(), catalog_page, std::string("the catalog has no column '") + name + "'");
+        return *found;
+    };
+    const std::size_t id = column("Id"), name = column("Name"), type = column("Type"),
+                      flags = column("Flags"), properties = column("LvProp");
+    for (const auto row = table.scan(); row->next();) {
+        if (number_of(row->value(type)) != table_type)
+            continue;
+        Entry entry;
+        const Value name_value = row->value(name);
+        if (const auto* text = std::get_if<std::string>(&name_value))
+            entry.name = *text;
+        // The object's number is its definition's page, in 24 bits.
+        entry.page = static_cast<PageNumber>(number_of(row->value(id)) & 0x00ff'ffff);
+        entry.is_system = (number_of(row->value(flags)) & system_flags) != 0;
+        Value blob = row->value(properties);
+        if (auto* bytes = std::get_if<Bytes>(&blob))
+            entry.properties = std::move(*bytes);
+        catalog_.push_back(std::move(entry));
+    }
+}
+
+std::vector<std::string> OpenDatabase::table_names() const {
+    std::vector<std::string> names;
+    for (const Entry& entry : catalog_)
+        if (!entry.is_system)
+            names.push_back(entry.name);
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+StoredTable& OpenDatabase::stored_table(const std::string& name) {
+    const std::string folded = basic::lower(name);
+    const auto entry = std::find_if(catalog_.begin(), catalog_.end(),
+                                    [&](const Entry& e) { return basic::lower(e.name) == folded; });
+    if (entry == catalog_.end())
+        throw basic::RunTimeError(3078, name);
+    auto& place = tables_[entry->page];
+    if (!place) {
+        TableDefinition definition = read_table_definition(pager_, entry->page);
+        const auto rules = read_column_properties(entry->properties);
+        for (Column& column : definition.columns) {
+            const auto rule = rules.find(column.name);
+            if (rule == rules.end())
+                continue;
+            column.required = rule->second.required;
+            column.zero_length = rule->second.zero_length;
+        }
+        place = std::make_unique<StoredTable>(pager_, entry->name, std::move(definition));
+    }
+    return *place;
+}
+
+void OpenDatabase::commit() {
+    pager_.commit();
+}
+void OpenDatabase::rollback() {
+    pager_.rollback();
+}
+
+} // namespace tolva::jet

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "jet/table_definition.h"
+#include "jet/value.h"
+
+namespace tolva::jet {
+
+/// The bytes of one row, taken apart as far as one column asks. Layout: the count of columns at its writing;
+/// the fixed columns; the variable ones; then, only in tables with variable columns, where those end, their
+/// offsets in reverse and their count; last the null mask, a bit for each column id, set for a value.
+class RowView {
+  public:
+    /// Error 3049 when the row is too short for what it claims. `where` is named in messages.
+    RowView(const Pager& pager, PageNumber where, std::span<const std::uint8_t> bytes);
+
+    /// Columns that the row did not know yet when it was written are null.
+    bool is_null(const Column& column) const {
+        return column.id >= columns_ || !(mask_[column.id / 8] >> column.id % 8 & 1);
+    }
+    /// The stored bytes of a column that is not null; none for yes/no, which lives in the null mask.
+    std::span<const std::uint8_t> field(const Column& column) const;
+
+  private:
+    [[noreturn]] void fail(const std::string& reason) const;
+    std::size_t number(const std::uint8_t* at) const;
+
+    const Pager* pager_;
+    PageNumber where_;
+    std::span<const std::uint8_t> bytes_;
+    std::size_t width_;
+    std::size_t columns_ = 0;
+    const std::uint8_t* mask_ = nullptr;
+    std::size_t mask_size_ = 0;
+};
+
+/// A stored field as a value; not for long values. Error 3049 when its size is not its type's.
+Value decode_field(const Pager& pager, PageNumber where, const Column& column,
+                   std::span<const std::uint8_t> field);
+
+/// Builds the bytes of a row. `fields` holds one entry for each column of the table, in its order.
+struct StoredField {
+    bool null = true;
+    std::vector<std::uint8_t> bytes;
+};
+std::vector<std::uint8_t> encode_row(const Format& format, const TableDefinition& table,
+                                     std::span<const StoredField> fields);
+
+/// The stored form of a value; not for long values. 3163 when it is too long, 3421 when it is not of the
+/// column's kind, 6 when a number is beyond the column's range.
+StoredField encode_field(const Format& format, const Column& column, const Value& value);
+
+} // namespace tolva::jet

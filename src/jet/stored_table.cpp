@@ -1,0 +1,151 @@
+#include "jet/stored_table.h"
+
+#include "basic/run_time_error.h"
+#include "basic/text.h"
+#include "jet/bytes.h"
+#include "jet/damage.h"
+#include "jet/stored_row.h"
+
+namespace tolva::jet {
+namespace {
+
+TableSchema schema_of(const std::string& name, const TableDefinition& definition, const Format& format) {
+    TableSchema schema;
+    schema.name = name;
+    for (const Column& column : definition.columns) {
+        ColumnSchema out;
+        out.name = column.name;
+        out.type = column.type;
+        if (column.type == ColumnType::text)
+            out.size = static_cast<int>(column.length / format.character_size);
+        if (column.type == ColumnType::binary)
+            out.size = column.length;
+        out.required = column.required;
+        out.zero_length = column.zero_length;
+        out.auto_number = column.is_auto_number();
+        out.fixed_length = column.is_fixed() && column.type == ColumnType::text;
+        if (column.type == ColumnType::numeric) {
+            out.precision = column.precision;
+            out.scale = column.scale;
+        }
+        schema.columns.push_back(out);
+    }
+    for (const LogicalIndex& index : definition.logical_indexes) {
+        const RealIndex& real = definition.real_indexes[index.real];
+        IndexSchema out;
+        out.name = index.name;
+        for (const RealIndex::Part& part : real.parts)
+            out.parts.push_back({definition.columns[part.column].name, part.descending});
+        out.primary = index.kind == LogicalIndex::primary;
+        out.unique = real.unique();
+        out.ignore_nulls = real.ignores_nulls();
+        out.required = real.required();
+        schema.indexes.push_back(out);
+    }
+    return schema;
+}
+
+} // namespace
+
+StoredTable::StoredTable(FilePager& pager, std::string name, TableDefinition definition)
+    : pager_(pager), name_(std::move(name)), definition_(std::move(definition)),
+      schema_(schema_of(name_, definition_, pager.format())) {}
+
+StoredTable::~StoredTable() = default;
+
+std::optional<std::size_t> StoredTable::find_column(const std::string& name) const {
+    for (std::size_t i = 0; i < schema_.columns.size(); ++i)
+        if (basic::equal_names(schema_.columns[i].name, name))
+            return i;
+    const std::string folded = basic::lower(name);
+    for (std::size_t i = 0; i < schema_.columns.size(); ++i)
+        if (basic::lower(schema_.columns[i].name) == folded)
+            return i;
+    return std::nullopt;
+}
+
+std::uint32_t StoredTable::row_count() const {
+    return get32(pager_.read(definition_.page)->data() + pager_.format().definition.row_count);
+}
+
+std::vector<PageNumber> StoredTable::data_pages() const {
+    return UsageMap(pager_, definition_.owned_map, definition_.page, UsageMap::Kind::owned).pages();
+}
+
+Record StoredTable::follow(Record record, PageNumber page) const {
+    // A moved row may have moved on; more than a few hops are a circle.
+    constexpr int most_hops = 16;
+    for (int hops = 0; record.flags & DataPageView::away_flag; ++hops) {
+        if (hops == most_hops)
+            damaged(pager_.path(), page, "a moved row runs in a circle");
+        if (record.bytes.size() < 4)
+            damaged(pager_.path(), page, "the place of a moved row is cut short");
+        const RecordPlace place = RecordPlace::from(get32(record.bytes.data()));
+        record = read_record(pager_, place, page);
+        page = place.page;
+        if (!(record.flags & DataPageView::hidden_flag) || record.flags == DataPageView::both_flags)
+            damaged(pager_.path(), page,
+                    "record " + std::to_string(place.slot) + " is not the moved row that it is said to be");
+    }
+    return record;
+}
+
+RowId StoredTable::id_at(PageNumber page, std::uint8_t slot) const {
+    return {page, slot};
+}
+
+Record StoredTable::find_row(RowId id) const {
+    if (id.page == 0 || id.page >= pager_.page_count())
+        return {};
+    PageRef page = pager_.read(id.page);
+    if (!is_data_page(*page))
+        return {};
+    const DataPageView view(pager_.format(), pager_.path(), id.page, *page);
+    if (view.owner() != definition_.page || id.slot >= view.slots())
+        return {};
+    if (view.flags(id.slot) & DataPageView::hidden_flag)
+        return {};
+    const Record record{page, view.record(id.slot), view.flags(id.slot)};
+    return follow(record, id.page);
+}
+
+bool StoredTable::exists(RowId id) const {
+    return find_row(id).page != nullptr;
+}
+
+std::unique_ptr<RowReader> StoredTable::reader(RowId id) const {
+    Record record = find_row(id);
+    if (!record.page)
+        throw basic::RunTimeError(3167);
+    auto row = std::make_unique<StoredRow>(*this);
+    row->stand_on(std::move(record), id.page);
+    return row;
+}
+
+Row StoredTable::read(RowId id) const {
+    const auto row = reader(id);
+    Row values;
+    values.reserve(schema_.columns.size());
+    for (std::size_t i = 0; i < schema_.columns.size(); ++i)
+        values.push_back(row->value(i));
+    return values;
+}
+
+std::unique_ptr<RowCursor> StoredTable::scan() const {
+    return std::make_unique<TableScan>(*this);
+}
+
+RowId StoredTable::insert(const Row&) {
+    throw basic::RunTimeError(3027);
+}
+void StoredTable::update(RowId, const Row&) {
+    throw basic::RunTimeError(3027);
+}
+void StoredTable::erase(RowId) {
+    throw basic::RunTimeError(3027);
+}
+std::vector<RowId> StoredTable::find(std::size_t, std::span<const Value>) const {
+    throw basic::RunTimeError(3027);
+}
+
+} // namespace tolva::jet

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "jet/file_pager.h"
+#include "jet/row_codec.h"
+#include "jet/table.h"
+#include "jet/table_definition.h"
+#include "jet/usage_map.h"
+
+namespace tolva::jet {
+
+/// A table of an open file.
+class StoredTable final : public Table {
+  public:
+    StoredTable(FilePager& pager, std::string name, TableDefinition definition);
+    ~StoredTable() override;
+
+    const TableSchema& schema() const override { return schema_; }
+    std::optional<std::size_t> find_column(const std::string& name) const override;
+    std::uint32_t row_count() const override;
+
+    RowId insert(const Row& row) override;
+    void update(RowId id, const Row& row) override;
+    void erase(RowId id) override;
+
+    Row read(RowId id) const override;
+    bool exists(RowId id) const override;
+    std::unique_ptr<RowReader> reader(RowId id) const override;
+    std::unique_ptr<RowCursor> scan() const override;
+    std::vector<RowId> find(std::size_t index, std::span<const Value> values) const override;
+
+    const TableDefinition& definition() const { return definition_; }
+
+  private:
+    friend class StoredRow;
+    friend class TableScan;
+
+    /// Moves on whenever rows may have changed.
+    std::uint64_t version() const { return changes_ + pager_.undo_count(); }
+    std::vector<PageNumber> data_pages() const;
+    RowId id_at(PageNumber page, std::uint8_t slot) const;
+    /// The row's bytes, wherever it stands now; no page when there is no such row.
+    Record find_row(RowId id) const;
+    Record follow(Record header, PageNumber page) const;
+
+    FilePager& pager_;
+    std::string name_;
+    TableDefinition definition_;
+    TableSchema schema_;
+    std::uint64_t changes_ = 0;
+};
+
+} // namespace tolva::jet

@@ -1,0 +1,170 @@
+#include "jet/text_codec.h"
+
+#include "jet/bytes.h"
+
+namespace tolva::jet {
+namespace {
+
+void append_utf8(std::string& out, char32_t point) {
+    const auto put = [&](char32_t byte) { out += static_cast<char>(static_cast<unsigned char>(byte)); };
+    if (point < 0x80) {
+        put(point);
+    } else if (point < 0x800) {
+        put(0xc0 | point >> 6);
+        put(0x80 | (point & 0x3f));
+    } else if (point < 0x10000) {
+        put(0xe0 | point >> 12);
+        put(0x80 | (point >> 6 & 0x3f));
+        put(0x80 | (point & 0x3f));
+    } else {
+        put(0xf0 | point >> 18);
+        put(0x80 | (point >> 12 & 0x3f));
+        put(0x80 | (point >> 6 & 0x3f));
+        put(0x80 | (point & 0x3f));
+    }
+}
+
+/// Joins surrogates; a lone one becomes U+FFFD.
+class Utf16Sink {
+  public:
+    explicit Utf16Sink(std::string& out) : out_(out) {}
+
+    void unit(std::uint16_t unit) {
+        if (high_ != 0) {
+            if (unit >= 0xdc00 && unit < 0xe000) {
+                append_utf8(out_, 0x10000 + (static_cast<char32_t>(high_ - 0xd800) << 10) + (unit - 0xdc00u));
+                high_ = 0;
+                return;
+            }
+            flush();
+        }
+        if (unit >= 0xd800 && unit < 0xdc00)
+            high_ = unit;
+        else
+            append_utf8(out_, unit >= 0xdc00 && unit < 0xe000 ? 0xfffd : unit);
+    }
+    void flush() {
+        if (high_ != 0)
+            append_utf8(out_, 0xfffd);
+        high_ = 0;
+    }
+
+  private:
+    std::string& out_;
+    std::uint16_t high_ = 0;
+};
+
+bool is_compressed(std::span<const std::uint8_t> stored) {
+    return stored.size() >= 2 && stored[0] == 0xff && stored[1] == 0xfe;
+}
+
+} // namespace
+
+std::string decode_text(std::span<const std::uint8_t> stored) {
+    std::string out;
+    const std::uint8_t* at = stored.data();
+    const std::uint8_t* const end = at + stored.size();
+    bool one_byte = false;
+    if (is_compressed(stored)) {
+        at += 2;
+        one_byte = true;
+        out.reserve(stored.size());
+        // Nearly every value is plain ASCII from here to its end.
+        const std::uint8_t* stop = at;
+        while (stop != end && *stop != 0 && *stop < 0x80)
+            ++stop;
+        out.append(reinterpret_cast<const char*>(at), static_cast<std::size_t>(stop - at));
+        at = stop;
+        if (at == end)
+            return out;
+    } else {
+        out.reserve(stored.size() / 2 + 8);
+    }
+    Utf16Sink sink(out);
+    const bool switches = one_byte;
+    while (at != end) {
+        if (switches && *at == 0) {
+            one_byte = !one_byte;
+            ++at;
+        } else if (one_byte) {
+            sink.unit(*at++);
+        } else if (end - at >= 2) {
+            sink.unit(get16(at));
+            at += 2;
+        } else {
+            break; // half a character
+        }
+    }
+    sink.flush();
+    return out;
+}
+
+std::u16string to_utf16(std::string_view text) {
+    std::u16string out;
+    out.reserve(text.size());
+    const auto* at = reinterpret_cast<const unsigned char*>(text.data());
+    const auto* const end = at + text.size();
+    while (at != end) {
+        const unsigned char lead = *at;
+        if (lead < 0x80) {
+            out += static_cast<char16_t>(lead);
+            ++at;
+            continue;
+        }
+        const int more = lead >= 0xf0 && lead < 0xf5 ? 3 : lead >= 0xe0 ? 2 : lead >= 0xc2 ? 1 : 0;
+        char32_t point = more == 3 ? lead & 7u : more == 2 ? lead & 15u : lead & 31u;
+        bool good = more != 0 && lead < 0xf5 && end - at > more;
+        for (int i = 1; good && i <= more; ++i) {
+            good = (at[i] & 0xc0) == 0x80;
+            point = point << 6 | (at[i] & 0x3fu);
+        }
+        good = good && !(more == 2 && point < 0x800) &&
+               !(more == 3 && (point < 0x10000 || point > 0x10ffff)) && !(point >= 0xd800 && point < 0xe000);
+        if (!good) {
+            out += u'\xfffd';
+            ++at;
+            continue;
+        }
+        at += more + 1;
+        if (point >= 0x10000) {
+            out += static_cast<char16_t>(0xd800 + ((point - 0x10000) >> 10));
+            out += static_cast<char16_t>(0xdc00 + ((point - 0x10000) & 0x3ff));
+        } else {
+            out += static_cast<char16_t>(point);
+        }
+    }
+    return out;
+}
+
+void encode_text(std::vector<std::uint8_t>& out, std::u16string_view units, bool may_compress,
+                 const Format& format) {
+    const std::size_t start = out.size();
+    const std::size_t plain_size = units.size() * 2;
+    if (may_compress && !units.empty() && units.size() <= format.longest_compressed) {
+        out.push_back(0xff);
+        out.push_back(0xfe);
+        bool one_byte = true;
+        bool worth = true;
+        for (const char16_t unit : units) {
+            if ((unit & 0xff) == 0)
+                worth = false; // its zero would read as a switch
+            if (!worth || out.size() - start >= plain_size)
+                break;
+            if ((unit < 0x100) != one_byte) {
+                out.push_back(0);
+                one_byte = !one_byte;
+            }
+            out.push_back(static_cast<std::uint8_t>(unit));
+            if (!one_byte)
+                out.push_back(static_cast<std::uint8_t>(unit >> 8));
+        }
+        if (worth && out.size() - start < plain_size)
+            return;
+        out.resize(start);
+    }
+    out.resize(start + plain_size);
+    for (std::size_t i = 0; i < units.size(); ++i)
+        put16(out.data() + start + 2 * i, units[i]);
+}
+
+} // namespace tolva::jet
