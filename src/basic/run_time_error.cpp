@@ -75,6 +75,7 @@ constexpr ErrorText error_texts[] = {
            "True.  Enter a value in this field."},
     {3315, "Field '|' cannot be a zero-length string."},
     {3343, "Unrecognized database format '|'."},
+    {3360, "Query is too complex."},
     {3421, "Data type conversion error."},
     {3464, "Data type mismatch in criteria expression."},
 };

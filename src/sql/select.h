@@ -28,12 +28,14 @@ struct Select {
     std::vector<OrderPart> order;
 };
 
-/// Error 3075, 3131, 3138 or another of the engine's syntax errors, naming the faulty piece of text.
+/// Error 3075, naming the condition that cannot be read, or another of the engine's syntax errors: 3067,
+/// 3085, 3126, 3129, 3131, 3138, 3141, 3142, 3360.
 Select parse(std::string_view text, int current_year);
 
 /// The rows that the query selects, in its order; without an order by page and slot. Rows that the order
 /// leaves equal stay in page and slot order. Null sorts first. Error 3061 when a name is no column of the
-/// table, 3464 when a comparison mixes kinds that the engine does not, 3078 when the table is absent.
-std::vector<jet::RowId> run(const Select& select, jet::Table& table);
+/// table, 3464 when a comparison mixes kinds that the engine does not, 93 for a faulty pattern, 6 and 11 of
+/// arithmetic. `table` is the one that the query names.
+std::vector<jet::RowId> run(const Select& select, const jet::Table& table);
 
 } // namespace tolva::sql
