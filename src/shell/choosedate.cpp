@@ -4,9 +4,13 @@ namespace tolva::shell {
 
 choosedate::choosedate(module::Module& module)
     : Screen(module.runtime, "choosedate", "Choose Date"), module_(module) {
-    MonthView1.on_date_click = [this](basic::Date date) { leave_with(basic::date_to_text(date)); };
-    Command1.on_click = [this] { leave_with(""); };
-    Command1.on_got_focus = [this] { leave_with(""); };
+    MonthView1.on_date_click = [this](basic::Date date) {
+        module_.chosendate = basic::date_to_text(date);
+        picked_ = true;
+        unload();
+    };
+    Command1.on_click = [this] { unload(); };
+    Command1.on_got_focus = [this] { unload(); };
 }
 
 void choosedate::on_load() {
@@ -14,9 +18,9 @@ void choosedate::on_load() {
     active_control = &MonthView1;
 }
 
-void choosedate::leave_with(const std::string& date) {
-    module_.chosendate = date;
-    unload();
+/// Whatever way it is left without picking, nothing is chosen.
+void choosedate::on_unload() {
+    if (!picked_) module_.chosendate.clear();
 }
 
 } // namespace tolva::shell

@@ -14,11 +14,11 @@ class choosedate : public platform::Screen {
     platform::Button Command1{*this, "Command1", "E&XIT"};
 
     void on_load() override;
+    void on_unload() override;
 
   private:
-    void leave_with(const std::string& date);
-
     module::Module& module_;
+    bool picked_ = false;
 };
 
 } // namespace tolva::shell
