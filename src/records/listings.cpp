@@ -204,6 +204,7 @@ listings::listings(module::Module& module)
     m_savelisting.on_click = [this] { save_with_notice("Listing Saved"); };
     m_deletelisting.on_click = [this] { delete_record("Delete Listing?"); };
     m_exit.on_click = [this] { exit_hiding(); };
+    bind_views();
     m_schmess.on_click = [this] { m_schmess_Click(); };
     m_schlet.on_click = [this] { m_schlet_Click(); };
     // There is no import: the screen that this entry would show was never set.

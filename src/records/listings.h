@@ -129,6 +129,10 @@ class listings : public RecordScreen {
     void datelisted_LostFocus();
     void m_schmess_Click();
     void m_schlet_Click();
+    void bind_views();
+    FollowUpView birthdays_view() const;
+    FollowUpView contacts_view() const;
+    FollowUpView expiring_view() const;
     void schedule_expiry();
     std::string expiry_text(const std::string& heading) const;
 };

@@ -316,6 +316,51 @@ void RecordScreen::show_query(const std::string& query) {
     creategrid("normal");
 }
 
+void RecordScreen::show_view(const char* view_caption, const std::string& query) {
+    caption = view_caption;
+    cleargrid();
+    show_query(query);
+}
+
+void RecordScreen::show_follow_up(const FollowUpView& view) {
+    caption = view.caption;
+    open(view.clearing_query);
+    if (set().RecordCount() < 1)
+        return;
+    for (set().MoveFirst(); !set().Eof(); set().MoveNext())
+        mark(0);
+
+    open(view.candidate_query);
+    if (set().RecordCount() < 1) {
+        runtime().message(view.nobody, "Message");
+        return;
+    }
+    bool found = false;
+    for (set().MoveFirst(); !set().Eof(); set().MoveNext()) {
+        if (const std::optional<int> value = view.mark(set())) {
+            mark(*value);
+            found = true;
+        }
+    }
+    if (found) {
+        cleargrid();
+        store_.query = view.result_query;
+        open(store_.query);
+        creategrid(view.mode);
+    } else {
+        runtime().message(view.nobody, "Message");
+        cleargrid();
+        open(store_.query);
+        creategrid("normal");
+    }
+}
+
+void RecordScreen::mark(int value) {
+    set().Edit();
+    set().write("Flag", std::int64_t{value});
+    set().Update();
+}
+
 std::string RecordScreen::owners_search_query(const char* city_column) const {
     const std::string name = basic::trim(sname.text);
     return "select * from [table] where (last like '*" + name + "*' or co_last like '*" + name + "*') and " +

@@ -7,6 +7,7 @@
 
 #include "module/module.h"
 #include "records/field_rules.h"
+#include "records/views.h"
 
 namespace tolva::records {
 
@@ -155,6 +156,11 @@ class RecordScreen : public module::RecordEntry {
     void exit_unloading();
     void exit_hiding();
     void show_query(const std::string& query);
+    /// A ready-made view: its caption, and the rows of its query.
+    void show_view(const char* view_caption, const std::string& query);
+    /// The caption stays whatever follows. A view that stops for want of rows leaves the set empty under the
+    /// grid's old rows; one that marks nobody says so and shows the view in force again.
+    void show_follow_up(const FollowUpView& view);
 
     /// The owners in one line: "A & B Smith", "A Smith & B Jones" or "A Smith". Two empty last names count as
     /// equal, so a record with neither ends in blanks.
@@ -173,6 +179,7 @@ class RecordScreen : public module::RecordEntry {
     void grid1_Click();
     void quick_search();
     void complete_city(const CityFields& fields);
+    void mark(int value);
 
     std::vector<platform::Button*> navigation_;
 };
