@@ -3,7 +3,6 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "dao/recordset.h"
 #include "files/file_system.h"
@@ -13,7 +12,8 @@ namespace tolva::dao {
 
 class DBEngine;
 
-/// One open store, as the logic sees it.
+/// One open store, as the logic sees it. It outlives its sets; what was not made durable when it goes is
+/// lost.
 class Database {
   public:
     Database(DBEngine& engine, std::unique_ptr<jet::Database> file);
@@ -21,9 +21,9 @@ class Database {
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;
 
-    /// `source` is a table's name (a table-type set: rows in page and slot order) or a query text (an
-    /// updatable dynaset). The set stands on its first row when there is one. The errors are those of the
-    /// query language and of the store.
+    /// `source` is a table's name, in brackets or without (a table-type set: rows in page and slot order), or
+    /// a query text (an updatable dynaset). The set stands on its first row when there is one. The errors are
+    /// those of the query language and of the store.
     std::unique_ptr<Recordset> OpenRecordset(const std::string& source);
 
     const std::string& Name() const { return file_->path(); }
@@ -33,9 +33,13 @@ class Database {
     friend class Recordset;
     /// Called by a set ahead of each change, so that what another store has pending becomes durable first.
     void about_to_change();
+    /// Grows with each change, so that a set knows when what it holds of a row is out of date.
+    std::size_t changes() const { return changes_; }
+    int current_year() const;
 
     DBEngine& engine_;
     std::unique_ptr<jet::Database> file_;
+    std::size_t changes_ = 0;
 };
 
 class Workspace {
@@ -56,6 +60,8 @@ class DBEngine {
   public:
     /// `current_year` completes dates that texts give without a year; it is asked anew each time.
     DBEngine(files::FileSystem& disk, std::function<int()> current_year);
+    DBEngine(const DBEngine&) = delete;
+    DBEngine& operator=(const DBEngine&) = delete;
 
     /// Item 0 is the only one; error 3265 for others.
     Workspace& Workspaces(int item);
@@ -65,12 +71,10 @@ class DBEngine {
   private:
     friend class Database;
     friend class Workspace;
-    friend class Recordset;
 
     files::FileSystem& disk_;
     std::function<int()> current_year_;
     Workspace default_workspace_{*this};
-    std::vector<Database*> open_;
     Database* pending_ = nullptr;
 };
 

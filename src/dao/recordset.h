@@ -2,51 +2,35 @@
 
 #include <cstddef>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
+#include "dao/field_value.h"
 #include "jet/table.h"
 
 namespace tolva::dao {
 
 class Database;
 
-/// What a field holds, with the conversions that the logic uses. They fail as the language's own do: null
-/// gives error 94, text that is no number, date or yes/no gives 13.
-class FieldValue {
-  public:
-    FieldValue() = default;
-    explicit FieldValue(jet::Value value) : value_(std::move(value)) {}
-
-    bool is_null() const { return jet::is_null(value_); }
-    const jet::Value& raw() const { return value_; }
-
-    /// The string form: dates in the platform's short form, numbers up to 15 digits, yes/no "True"/"False".
-    std::string text() const;
-    /// A yes is -1; text goes through the strict conversion.
-    double number() const;
-    bool yes_no() const;
-    basic::Date date() const;
-
-    /// Null and "" alike: how the screens test for an empty field.
-    bool is_null_or_empty() const;
-
-  private:
-    jet::Value value_;
-};
-
 /// The rows that a table or a query gave when it was opened, and a position among them. Which rows belong to
 /// the set is fixed then; what they hold is read anew each time. Order of effects:
-/// - `AddNew` and `Edit` touch nothing until `Update`; any move drops what they had begun.
-/// - After `AddNew`, writes and `Update` the new row stands at the end of the set, whatever its order, and the
+/// - `AddNew` and `Edit` touch nothing until `Update`; any move drops what they had begun, and so does the
+///   other of the two. `Update` of an edit stores the columns that were written and leaves the others as they
+///   then are. An `Update` that fails leaves the edit open.
+/// - After `AddNew`, writes and `Update` the new row stands at the end of the set, whatever its order, and
+/// the
 ///   row that was current before is current again.
 /// - `Delete` acts at once; the position stays on the deleted row, which reads as no record until a move.
 /// - A value is converted to its column's type as it is written (3421 when it cannot be), and tested for
 ///   width (3163), required (3314) and zero length (3315) at the latest by `Update`.
 class Recordset {
   public:
-    Recordset(Database& database, jet::Table& table, std::vector<jet::RowId> rows);
+    enum class Kind {
+        table,  ///< all rows of a table; counted from the start
+        dynaset ///< what a query gave
+    };
+
+    Recordset(Database& database, jet::Table& table, std::vector<jet::RowId> rows, Kind kind = Kind::dynaset);
     ~Recordset();
     Recordset(const Recordset&) = delete;
     Recordset& operator=(const Recordset&) = delete;
@@ -54,21 +38,29 @@ class Recordset {
     bool Eof() const;
     bool Bof() const;
 
-    /// 0 for an empty set; else the rows visited so far, and the whole count after `MoveLast`.
+    /// 0 for an empty set; else the rows visited so far, and the whole count after `MoveLast`. A row that
+    /// this set added counts at once, one that it deleted no longer. A table's own set knows its count at
+    /// once.
     long RecordCount() const;
 
     /// Reading the row under `AddNew` or `Edit` gives what was written to it. 3021 without a current row,
     /// 3265 for an unknown name, 3167 when the row was deleted through another set.
     FieldValue field(const std::string& name) const;
 
-    /// Writing needs `AddNew` or `Edit` (3020). Text, numbers, dates, yes/no and null.
+    /// Writing needs `AddNew` or `Edit` (3020). Text, numbers, dates, yes/no and null, converted as told at
+    /// `convert`; 3265 for an unknown name, 3163 for what is too wide for its column.
     void write(const std::string& name, const jet::Value& value);
 
+    /// A new row starts with null in each column and no in each yes/no. 3027 when the file cannot be written.
     void AddNew();
+    /// 3021 without a current row, 3167 when it was deleted through another set, 3027 as above.
     void Edit();
+    /// 3020 without `AddNew` or `Edit`; else the table's own errors.
     void Update();
+    /// Errors as `Edit`.
     void Delete();
 
+    /// 3021 from behind the end on, from ahead of the start back, and on a set without rows.
     void MoveFirst();
     void MoveLast();
     void MoveNext();
@@ -80,19 +72,38 @@ class Recordset {
   private:
     enum class Pending { none, add, edit };
 
-    const jet::RowId& current_row() const;
+    bool on_deleted_row() const;
+    bool is_empty() const { return live_rows_ == 0 && !on_deleted_row(); }
+    jet::RowId current_row() const;
+    const jet::RowReader& current_reader() const;
     std::size_t column(const std::string& name) const;
+    std::ptrdiff_t size() const { return static_cast<std::ptrdiff_t>(rows_.size()); }
+
+    void begin(Pending pending, jet::Row buffer);
     void drop_pending();
+    void require_writable() const;
+    /// Goes on from `from` in steps of 1 or -1 to a row that this set has not deleted, or off the end.
+    void settle(std::ptrdiff_t from, std::ptrdiff_t step);
 
     Database& database_;
     jet::Table& table_;
     std::vector<jet::RowId> rows_;
+    /// Rows that this set deleted keep their place.
     std::vector<bool> deleted_;
-    /// -1 ahead of the first row, rows_.size() behind the last.
+    std::size_t live_rows_;
+    /// How many rows the query gave; those behind were added through this set.
+    std::size_t first_added_;
+    /// -1 ahead of the first row, size() behind the last.
     std::ptrdiff_t position_ = 0;
     std::size_t visited_ = 0;
+
     Pending pending_ = Pending::none;
     jet::Row buffer_;
+    std::vector<bool> written_;
+
+    /// A reader on the current row, good until a move or a change of the store.
+    mutable std::unique_ptr<jet::RowReader> reader_;
+    mutable std::size_t reader_age_ = 0;
 };
 
 } // namespace tolva::dao

@@ -1,0 +1,197 @@
+#include "dao/recordset.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "basic/run_time_error.h"
+#include "dao/conversion.h"
+#include "dao/database.h"
+
+namespace tolva::dao {
+
+namespace {
+
+using basic::RunTimeError;
+
+constexpr int no_edit_begun = 3020;
+constexpr int no_current_record = 3021;
+constexpr int read_only = 3027;
+constexpr int unknown_name = 3265;
+
+/// A new row as it starts: a yes/no is never null.
+jet::Row blank_row(const jet::TableSchema& schema) {
+    jet::Row row;
+    row.reserve(schema.columns.size());
+    for (const jet::ColumnSchema& column : schema.columns)
+        row.push_back(column.type == jet::ColumnType::boolean ? jet::Value(false) : jet::Value());
+    return row;
+}
+
+} // namespace
+
+Recordset::Recordset(Database& database, jet::Table& table, std::vector<jet::RowId> rows, Kind kind)
+    : database_(database), table_(table), rows_(std::move(rows)), deleted_(rows_.size(), false),
+      live_rows_(rows_.size()), first_added_(rows_.size()) {
+    visited_ = kind == Kind::table ? rows_.size() : std::min<std::size_t>(rows_.size(), 1);
+}
+
+Recordset::~Recordset() = default;
+
+bool Recordset::on_deleted_row() const {
+    return position_ >= 0 && position_ < size() && deleted_[static_cast<std::size_t>(position_)];
+}
+
+bool Recordset::Eof() const {
+    return is_empty() || position_ >= size();
+}
+
+bool Recordset::Bof() const {
+    return is_empty() || position_ < 0;
+}
+
+long Recordset::RecordCount() const {
+    long count = 0;
+    for (std::size_t i = 0; i < rows_.size(); ++i)
+        if (!deleted_[i] && (i < visited_ || i >= first_added_))
+            ++count;
+    return count;
+}
+
+FieldValue Recordset::field(const std::string& name) const {
+    const std::size_t wanted = column(name);
+    jet::Value value = pending_ == Pending::none ? current_reader().value(wanted) : buffer_[wanted];
+    if (std::holds_alternative<std::string>(value))
+        return FieldValue(std::move(value), database_.current_year());
+    return FieldValue(std::move(value));
+}
+
+void Recordset::write(const std::string& name, const jet::Value& value) {
+    const std::size_t wanted = column(name);
+    if (pending_ == Pending::none)
+        throw RunTimeError(no_edit_begun);
+    buffer_[wanted] = convert(value, schema().columns[wanted], database_.current_year());
+    written_[wanted] = true;
+}
+
+void Recordset::AddNew() {
+    require_writable();
+    begin(Pending::add, blank_row(schema()));
+}
+
+void Recordset::Edit() {
+    drop_pending();
+    const jet::RowId row = current_row();
+    require_writable();
+    begin(Pending::edit, table_.read(row));
+}
+
+void Recordset::Update() {
+    if (pending_ == Pending::none)
+        throw RunTimeError(no_edit_begun);
+    database_.about_to_change();
+    if (pending_ == Pending::edit) {
+        const jet::RowId id = current_row();
+        jet::Row row = table_.read(id);
+        for (std::size_t i = 0; i < row.size(); ++i)
+            if (written_[i])
+                row[i] = buffer_[i];
+        table_.update(id, row);
+    } else {
+        const jet::RowId id = table_.insert(buffer_);
+        const bool was_behind_the_end = position_ >= size();
+        rows_.push_back(id);
+        deleted_.push_back(false);
+        ++live_rows_;
+        if (was_behind_the_end)
+            position_ = size();
+    }
+    drop_pending();
+}
+
+void Recordset::Delete() {
+    drop_pending();
+    const jet::RowId row = current_row();
+    require_writable();
+    database_.about_to_change();
+    table_.erase(row);
+    deleted_[static_cast<std::size_t>(position_)] = true;
+    --live_rows_;
+}
+
+void Recordset::MoveFirst() {
+    drop_pending();
+    if (live_rows_ == 0)
+        throw RunTimeError(no_current_record);
+    settle(0, 1);
+}
+
+void Recordset::MoveLast() {
+    drop_pending();
+    if (live_rows_ == 0)
+        throw RunTimeError(no_current_record);
+    settle(size() - 1, -1);
+    visited_ = rows_.size();
+}
+
+void Recordset::MoveNext() {
+    drop_pending();
+    if (Eof())
+        throw RunTimeError(no_current_record);
+    settle(position_ + 1, 1);
+}
+
+void Recordset::MovePrevious() {
+    drop_pending();
+    if (Bof())
+        throw RunTimeError(no_current_record);
+    settle(position_ - 1, -1);
+}
+
+void Recordset::settle(std::ptrdiff_t from, std::ptrdiff_t step) {
+    while (from >= 0 && from < size() && deleted_[static_cast<std::size_t>(from)])
+        from += step;
+    position_ = from;
+    reader_.reset();
+    if (position_ >= 0 && position_ < size())
+        visited_ = std::max(visited_, static_cast<std::size_t>(position_) + 1);
+}
+
+jet::RowId Recordset::current_row() const {
+    if (position_ < 0 || position_ >= size() || on_deleted_row())
+        throw RunTimeError(no_current_record);
+    return rows_[static_cast<std::size_t>(position_)];
+}
+
+const jet::RowReader& Recordset::current_reader() const {
+    const jet::RowId row = current_row();
+    if (!reader_ || reader_age_ != database_.changes()) {
+        reader_ = table_.reader(row);
+        reader_age_ = database_.changes();
+    }
+    return *reader_;
+}
+
+std::size_t Recordset::column(const std::string& name) const {
+    const auto found = table_.find_column(name);
+    if (!found)
+        throw RunTimeError(unknown_name);
+    return *found;
+}
+
+void Recordset::begin(Pending pending, jet::Row buffer) {
+    pending_ = pending;
+    buffer_ = std::move(buffer);
+    written_.assign(buffer_.size(), false);
+}
+
+void Recordset::drop_pending() {
+    pending_ = Pending::none;
+    buffer_.clear();
+}
+
+void Recordset::require_writable() const {
+    if (database_.file().read_only())
+        throw RunTimeError(read_only);
+}
+
+} // namespace tolva::dao
