@@ -72,6 +72,88 @@ std::size_t DataPageView::actual_free_space() const {
     return lowest - format_->data.slots - 2 * slots_;
 }
 
+std::optional<std::uint8_t> DataPageView::slot_for(std::size_t size) const {
+    const std::size_t room = actual_free_space();
+    std::size_t behind_live = slots_;
+    while (behind_live > 0 && is_tombstone(behind_live - 1))
+        --behind_live;
+    if (behind_live < slots_ && size <= room)
+        return static_cast<std::uint8_t>(behind_live);
+    if (slots_ < format_->data.most_rows && size + 2 <= room)
+        return static_cast<std::uint8_t>(slots_);
+    if (size > room)
+        return std::nullopt;
+    for (std::size_t slot = 0; slot < slots_; ++slot)
+        if (is_tombstone(slot))
+            return static_cast<std::uint8_t>(slot);
+    return std::nullopt;
+}
+
+DataPageEditor::DataPageEditor(const Format& format, const std::string& path, PageNumber number,
+                               std::span<std::uint8_t> bytes)
+    : format_(format), path_(path), number_(number), bytes_(bytes) {}
+
+void DataPageEditor::start(const Format& format, std::span<std::uint8_t> bytes, std::uint32_t owner) {
+    bytes[0] = 1;
+    bytes[1] = 1;
+    put16(bytes.data() + format.data.free_space, format.page_size - format.data.slots);
+    put32(bytes.data() + format.data.owner, owner);
+}
+
+void DataPageEditor::set_slot(std::size_t slot, std::size_t value) {
+    put16(bytes_.data() + format_.data.slots + 2 * slot, value);
+}
+
+void DataPageEditor::bring_into_order() {
+    const std::vector<std::uint8_t> copy(bytes_.begin(), bytes_.end());
+    const DataPageView old(format_, path_, number_, copy);
+    std::size_t end = format_.page_size;
+    for (std::size_t slot = 0; slot < old.slots(); ++slot) {
+        const auto record = old.is_tombstone(slot) ? std::span<const std::uint8_t>{} : old.record(slot);
+        if (record.size() > end - format_.data.slots - 2 * old.slots())
+            damaged(path_, number_, "has records that lie over each other");
+        end -= record.size();
+        std::copy(record.begin(), record.end(), bytes_.begin() + static_cast<std::ptrdiff_t>(end));
+        set_slot(slot, end | old.flags(slot));
+    }
+}
+
+bool DataPageEditor::put(std::uint8_t slot, std::span<const std::uint8_t> record, std::uint16_t flags) {
+    if (!view().in_order())
+        bring_into_order();
+    DataPageView page = view();
+    const bool is_new = slot == page.slots();
+    const std::size_t room = page.actual_free_space();
+    if (is_new && (room < 2 || slot >= format_.data.most_rows))
+        return false;
+    const std::size_t old_size = is_new ? 0 : page.record(slot).size();
+    if (record.size() > old_size + room - (is_new ? 2 : 0))
+        return false;
+
+    if (is_new) {
+        const std::size_t lowest = format_.data.slots + 2 * page.slots() + room;
+        put16(bytes_.data() + format_.data.row_count, page.slots() + 1);
+        set_slot(slot, lowest);
+        page = view();
+    }
+    const std::size_t start = page.offset(slot);
+    const std::size_t end = start + old_size;
+    const std::size_t lowest = page.offset(page.slots() - 1);
+    // What lies below moves by the difference; its slots follow.
+    const std::size_t new_start = end - record.size();
+    std::memmove(bytes_.data() + lowest + new_start - start, bytes_.data() + lowest, start - lowest);
+    for (std::size_t later = slot + std::size_t{1}; later < page.slots(); ++later)
+        set_slot(later, (page.offset(later) + new_start - start) | page.flags(later));
+    std::copy(record.begin(), record.end(), bytes_.begin() + static_cast<std::ptrdiff_t>(new_start));
+    set_slot(slot, new_start | flags);
+    put16(bytes_.data() + format_.data.free_space, view().actual_free_space());
+    return true;
+}
+
+void DataPageEditor::bury(std::uint8_t slot) {
+    put(slot, {}, DataPageView::both_flags);
+}
+
 Record read_record(const Pager& pager, RecordPlace place, PageNumber named_by) {
     if (place.page == 0 || place.page >= pager.page_count())
         damaged(pager.path(), named_by,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -46,6 +47,10 @@ class DataPageView {
     std::size_t actual_free_space() const;
     /// Whether each slot lies below the one before it, without gaps between records.
     bool in_order() const { return in_order_; }
+    /// Where a new record of `size` bytes would go: a tombstone behind the last live record, else a new slot,
+    /// else any tombstone; nothing when the page has no room for it.
+    std::optional<std::uint8_t> slot_for(std::size_t size) const;
+
     std::size_t offset(std::size_t slot) const { return raw(slot) & format_->data.offset_mask; }
 
   private:
@@ -55,6 +60,35 @@ class DataPageView {
     std::span<const std::uint8_t> bytes_;
     std::size_t slots_ = 0;
     bool in_order_ = true;
+};
+
+/// A page of records, for changing. What it writes is always in order: each record below the one before it,
+/// tombstones without bytes, and the header's free space equal to what is there.
+class DataPageEditor {
+  public:
+    DataPageEditor(const Format& format, const std::string& path, PageNumber number,
+                   std::span<std::uint8_t> bytes);
+
+    /// Makes an empty page of records out of zeroed bytes. `owner` is the table definition's page, or
+    /// `long_value_owner`.
+    static void start(const Format& format, std::span<std::uint8_t> bytes, std::uint32_t owner);
+    static constexpr std::uint32_t long_value_owner = 0x4c41'564c; // "LVAL"
+
+    DataPageView view() const { return {format_, path_, number_, bytes_}; }
+
+    /// Gives a slot these bytes; `slot` may be the one behind the last. False, with nothing changed, when
+    /// there is no room.
+    bool put(std::uint8_t slot, std::span<const std::uint8_t> record, std::uint16_t flags);
+    void bury(std::uint8_t slot);
+
+  private:
+    void bring_into_order();
+    void set_slot(std::size_t slot, std::size_t value);
+
+    const Format& format_;
+    const std::string& path_;
+    PageNumber number_;
+    std::span<std::uint8_t> bytes_;
 };
 
 /// Whether the page's bytes claim to be a page of records.

@@ -1,5 +1,8 @@
 #include "jet/long_value.h"
 
+#include <algorithm>
+
+#include "basic/run_time_error.h"
 #include "jet/bytes.h"
 #include "jet/damage.h"
 
@@ -88,6 +91,62 @@ std::vector<std::uint8_t> read_long_value(const Pager& pager, PageNumber where,
         bytes.insert(bytes.end(), piece.begin(), piece.end());
     });
     return bytes;
+}
+
+LongValueStore::LongValueStore(Pager& pager, PageSpace& space, const Column& column,
+                               PageNumber definition_page)
+    : pager_(pager), records_(pager, space, {column.owned_map, column.free_map},
+                              DataPageEditor::long_value_owner, definition_page) {}
+
+std::size_t LongValueStore::field_size(std::size_t value_size, std::size_t inside) {
+    return LongValueHead::size + (value_size <= inside ? value_size : 0);
+}
+
+std::vector<std::uint8_t> LongValueStore::field_for(std::size_t length, std::uint32_t form,
+                                                    RecordPlace first) const {
+    std::vector<std::uint8_t> field(LongValueHead::size);
+    put32(field.data(), static_cast<std::uint32_t>(length) | form);
+    if (first.page == 0)
+        return field;
+    put32(field.data() + 4, first.stored());
+    put32(field.data() + 8, get32(pager_.read(first.page)->data() + pager_.format().data.long_value_stamp));
+    return field;
+}
+
+std::vector<std::uint8_t> LongValueStore::write(std::span<const std::uint8_t> value, std::size_t inside) {
+    const auto& sizes = pager_.format().long_value;
+    if (value.size() > LongValueHead::length_mask)
+        throw basic::RunTimeError(3047);
+    if (value.size() <= inside) {
+        std::vector<std::uint8_t> field = field_for(value.size(), inside_flag, {});
+        field.insert(field.end(), value.begin(), value.end());
+        return field;
+    }
+    if (value.size() <= sizes.longest_single)
+        return field_for(value.size(), single_flag, records_.insert(value).place);
+
+    // From the last piece to the first, because each tells where the next stands.
+    RecordPlace next;
+    std::size_t end = value.size();
+    std::vector<std::uint8_t> record;
+    while (end > 0) {
+        const std::size_t size = end % sizes.piece != 0 ? end % sizes.piece : sizes.piece;
+        record.resize(next_size);
+        put32(record.data(), next.page == 0 ? 0 : next.stored());
+        const auto piece = value.subspan(end - size, size);
+        record.insert(record.end(), piece.begin(), piece.end());
+        next = records_.insert(record).place;
+        end -= size;
+    }
+    return field_for(value.size(), 0, next);
+}
+
+void LongValueStore::erase(PageNumber where, std::span<const std::uint8_t> field) {
+    std::vector<RecordPlace> places;
+    visit_long_value(pager_, where, read_long_value_head(pager_, where, field),
+                     [&](RecordPlace place, std::span<const std::uint8_t>) { places.push_back(place); });
+    for (const RecordPlace place : places)
+        records_.erase(place);
 }
 
 } // namespace tolva::jet

@@ -7,6 +7,8 @@
 
 #include "jet/data_page.h"
 #include "jet/pager.h"
+#include "jet/record_store.h"
+#include "jet/table_definition.h"
 
 namespace tolva::jet {
 
@@ -37,5 +39,27 @@ std::vector<std::uint8_t> read_long_value(const Pager& pager, PageNumber where,
 /// value. Same errors.
 void visit_long_value(const Pager& pager, PageNumber where, const LongValueHead& head,
                       const std::function<void(RecordPlace, std::span<const std::uint8_t>)>& visit);
+
+/// The long values of one column: writes new ones and takes old ones off their pages.
+class LongValueStore {
+  public:
+    LongValueStore(Pager& pager, PageSpace& space, const Column& column, PageNumber definition_page);
+
+    /// Stores a value and returns the field for its row. Up to `inside` bytes stay in the row; then it takes
+    /// one record, then a chain of them. 3047 beyond what a length can tell.
+    std::vector<std::uint8_t> write(std::span<const std::uint8_t> value, std::size_t inside);
+
+    /// How many bytes the field of a value takes in its row.
+    static std::size_t field_size(std::size_t value_size, std::size_t inside);
+
+    /// Removes what the field of a row has outside it.
+    void erase(PageNumber where, std::span<const std::uint8_t> field);
+
+  private:
+    std::vector<std::uint8_t> field_for(std::size_t length, std::uint32_t form, RecordPlace first) const;
+
+    Pager& pager_;
+    RecordStore records_;
+};
 
 } // namespace tolva::jet

@@ -16,6 +16,9 @@ namespace tolva::jet {
 struct RowId {
     std::uint32_t page = 0;
     std::uint8_t slot = 0;
+    /// Which of the rows that stood in this slot since the file was opened: a deleted row's id never names
+    /// the row that took its slot later.
+    std::uint16_t life = 0;
 
     friend bool operator==(const RowId&, const RowId&) = default;
     friend bool operator<(const RowId& a, const RowId& b) {
