@@ -33,7 +33,7 @@ class Module {
     /// The program's folder, without a slash at its end.
     const std::string appfolder;
 
-    // --- The stores ---------------------------------------------------------------------------------------
+    // --- The stores ---
 
     dao::DBEngine engine;
 
@@ -45,7 +45,7 @@ class Module {
     /// From the main menu's load on it is always open: `savemessage` adds through whatever set stands here.
     std::unique_ptr<dao::Recordset> messageset;
 
-    // --- What the record screens keep while they are not loaded --------------------------------------------
+    // --- What the record screens keep while they are not loaded ---
 
     /// The query text of the view in force.
     std::string listingquery, prospectquery, soldquery, addressquery;
@@ -53,7 +53,7 @@ class Module {
     /// From the new-record action to the close flow; neither a deletion nor the title bar clears it.
     bool listingnewrecord = false, prospectnewrecord = false, soldnewrecord = false;
 
-    // --- Shared values ------------------------------------------------------------------------------------
+    // --- Shared values ---
 
     Settings settings;
     /// The `messagetype` of the next message to be written.
@@ -66,14 +66,14 @@ class Module {
     static constexpr int label_count = 30;
     std::array<std::uint8_t, label_count> labelcolumn{}, labelrow{};
 
-    // --- The screens --------------------------------------------------------------------------------------
+    // --- The screens ---
 
     platform::Slot<platform::Screen> security, Form1, preferences, choosedate, zipcode;
     platform::Slot<RecordEntry> listings, prospect, sold;
     platform::Slot<platform::Screen> addressbook;
     platform::Slot<messages::generalmessagecreate> generalmessagecreate;
 
-    // --- Routines -----------------------------------------------------------------------------------------
+    // --- Routines ---
 
     /// Opens the seven stores in their fixed order, loads the settings, fills the label tables and probes the
     /// printer. What fails here ends the program with the engine's text; a second copy of the program on the

@@ -40,13 +40,6 @@ void schedule_person(module::Module& module, const BirthdayReminders& reminders,
 
 } // namespace
 
-std::string contact_lines(const ContactFields& contact) {
-    return trim(contact.address.text) + "\r\n" + trim(contact.city.text) + ", " + trim(contact.state.text) +
-           " " + trim(contact.zip.text) + "\r\n" + "Home: " + trim(contact.homephone.text) + "\r\n" +
-           "Cell: " + trim(contact.cellphone.text) + "\r\n" + "Work: " + trim(contact.workphone.text) +
-           "\r\n";
-}
-
 void schedule_birthdays(module::Module& module, const BirthdayReminders& reminders) {
     if (!wanted(module))
         return;

@@ -5,25 +5,11 @@
 
 #include "messages/message_kind.h"
 #include "module/module.h"
+#include "records/contact_lines.h"
 
 namespace tolva::records {
 
-/// Where a customer is reached: the lines that close every automatic message. The texts are those on the
-/// form.
-struct ContactFields {
-    const platform::TextControl& address;
-    const platform::TextControl& city;
-    const platform::TextControl& state;
-    const platform::TextControl& zip;
-    const platform::TextControl& homephone;
-    const platform::TextControl& cellphone;
-    const platform::TextControl& workphone;
-};
-
-/// Address, city and the three telephones, a line each, the last one ended too. Empty fields leave their
-/// labels and blank lines in place.
-std::string contact_lines(const ContactFields& contact);
-
+/// A person who may have a birthday.
 struct BirthdayFields {
     const platform::TextControl& first;
     const platform::TextControl& last;
@@ -33,7 +19,7 @@ struct BirthdayFields {
 struct BirthdayReminders {
     messages::MessageKind kind;
     std::string customerid;
-    /// The owner and the second owner: either may have a birthday.
+    /// The owner and the second owner.
     std::array<BirthdayFields, 2> persons;
     ContactFields contact;
 };

@@ -4,7 +4,6 @@
 #include "basic/run_time_error.h"
 #include "basic/text.h"
 #include "messages/automatic.h"
-#include "messages/generalmessagecreate.h"
 #include "module/option_lists.h"
 #include "records/birthday_reminders.h"
 
@@ -205,8 +204,13 @@ listings::listings(module::Module& module)
     m_deletelisting.on_click = [this] { delete_record("Delete Listing?"); };
     m_exit.on_click = [this] { exit_hiding(); };
     bind_views();
-    m_schmess.on_click = [this] { m_schmess_Click(); };
-    m_schlet.on_click = [this] { m_schlet_Click(); };
+    m_schmess.on_click = [this] {
+        schedule_message(messages::listing_reminder,
+                         reminder_text({first, last, co_first, co_last}, "Listing Address:",
+                                       {listingaddress, listingcity, listingstate, listingzip, homephone,
+                                        cellphone, workphone}));
+    };
+    m_schlet.on_click = [this] { schedule_letter(messages::listing_letter); };
     // There is no import: the screen that this entry would show was never set.
     miport.on_click = [] { throw basic::RunTimeError(object_required); };
 }
@@ -230,8 +234,7 @@ void listings::datelisted_LostFocus() {
     dateexpires.text = basic::date_to_text(basic::add_days(module_.to_date(datelisted.text), days_to_expiry));
 }
 
-// --- The close flow of a new listing
-// ------------------------------------------------------------------------
+// --- The close flow of a new listing ---
 
 void listings::close_new_record() {
     module_.listingnewrecord = false;
@@ -241,7 +244,7 @@ void listings::close_new_record() {
                                     messages::listing_reminder,
                                     trim(id.text),
                                     {{{first, last, birthday}, {co_first, co_last, co_birthday}}},
-                                    {address, city, state, zip, homephone, cellphone, workphone},
+                                    contact(),
                                 });
 }
 
@@ -259,30 +262,7 @@ std::string listings::expiry_text(const std::string& heading) const {
     // No break and no blank between the date and the name: meant.
     return heading + "\r\n" + "Date Lease Expires: " + trim(dateexpires.text) + trim(first.text) + " " +
            trim(last.text) + "\r\n" + trim(co_first.text) + " " + trim(co_last.text) + "\r\n" +
-           contact_lines({address, city, state, zip, homephone, cellphone, workphone});
-}
-
-// --- Scheduling by hand
-// -------------------------------------------------------------------------------------
-
-void listings::m_schmess_Click() {
-    module_.messagekind = messages::listing_reminder;
-    auto& compose = module_.generalmessagecreate();
-    compose.show();
-    compose.customerid.text = id.text;
-    compose.message1.text = trim(first.text) + " " + trim(last.text) + "\r\n" + trim(co_first.text) + " " +
-                            trim(co_last.text) + "\r\n" + "Listing Address:\r\n" + trim(listingaddress.text) +
-                            "\r\n" + trim(listingcity.text) + ", " + trim(listingstate.text) + " " +
-                            trim(listingzip.text) + "\r\n" + "\r\n" + "Home Phone: " + trim(homephone.text) +
-                            "\r\n" + "Cell Phone: " + trim(cellphone.text) + "\r\n" +
-                            "Work Phone: " + trim(workphone.text) + "\r\n";
-}
-
-void listings::m_schlet_Click() {
-    module_.messagekind = messages::listing_letter;
-    auto& compose = module_.generalmessagecreate();
-    compose.show();
-    compose.customerid.text = id.text;
+           contact_lines(contact());
 }
 
 } // namespace tolva::records

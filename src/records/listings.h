@@ -10,8 +10,7 @@ class listings : public RecordScreen {
   public:
     explicit listings(module::Module& module);
 
-    // --- The form
-    // -------------------------------------------------------------------------------------------
+    // --- The form ---
 
     platform::Frame f_customerinfo{*this, "f_customerinfo", "Listing Information"};
     platform::Frame f_listinginfo{*this, "f_listinginfo", "Property Particulars"};
@@ -69,8 +68,7 @@ class listings : public RecordScreen {
     platform::CheckBox includeinprinting{*this, "includeinprinting", "Include in Printing?"};
     platform::TextBox notes{*this, "notes", platform::TextBox::Kind::multi_line};
 
-    // --- Buttons
-    // --------------------------------------------------------------------------------------------
+    // --- Buttons ---
 
     /// The date buttons: last contact, next contact, listed, expires, birthday, co-birthday.
     platform::Button Command1{*this, "Command1", "D"};
@@ -88,8 +86,7 @@ class listings : public RecordScreen {
     platform::Button Command10{*this, "Command10", "EXIT"};
     platform::Button Command11{*this, "Command11", "Search"};
 
-    // --- Menus
-    // ----------------------------------------------------------------------------------------------
+    // --- Menus ---
 
     platform::MenuEntry m_file{*this, "m_file", "&File"};
     platform::MenuEntry m_newlisting{m_file, "m_newlisting", "&New Listing"};
@@ -127,14 +124,14 @@ class listings : public RecordScreen {
 
   private:
     void datelisted_LostFocus();
-    void m_schmess_Click();
-    void m_schlet_Click();
     void bind_views();
     FollowUpView birthdays_view() const;
     FollowUpView contacts_view() const;
     FollowUpView expiring_view() const;
     void schedule_expiry();
     std::string expiry_text(const std::string& heading) const;
+
+    ContactFields contact() const { return {address, city, state, zip, homephone, cellphone, workphone}; }
 };
 
 } // namespace tolva::records

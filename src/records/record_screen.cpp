@@ -5,6 +5,7 @@
 #include "basic/number.h"
 #include "basic/run_time_error.h"
 #include "basic/text.h"
+#include "messages/generalmessagecreate.h"
 #include "module/option_lists.h"
 
 namespace tolva::records {
@@ -27,17 +28,21 @@ RecordScreen::RecordScreen(module::Module& module, const char* name, const char*
     grid1.on_click = [this] { grid1_Click(); };
 }
 
-// --- Loading and leaving ----------------------------------------------------------------------------------
+// --- Loading and leaving ---
 
 void RecordScreen::on_load() {
     showgridbuttons();
     createlists();
-    if (store_.firstload) {
-        first_view();
-        store_.firstload = false;
-    }
+    take_first_view();
     open(store_.query);
     creategrid("normal");
+}
+
+void RecordScreen::take_first_view() {
+    if (!store_.firstload)
+        return;
+    first_view();
+    store_.firstload = false;
 }
 
 void RecordScreen::on_unload() {
@@ -60,7 +65,7 @@ void RecordScreen::createlists() {
             list.box.add_item(std::move(item));
 }
 
-// --- The two modes ----------------------------------------------------------------------------------------
+// --- The two modes ---
 
 void RecordScreen::showgridbuttons() {
     for (const Mode& mode : modes_)
@@ -79,7 +84,7 @@ void RecordScreen::gobacktogrid() {
     creategrid("normal");
 }
 
-// --- The grid ---------------------------------------------------------------------------------------------
+// --- The grid ---
 
 void RecordScreen::cleargrid() {
     const int rows = grid1.Rows();
@@ -156,7 +161,7 @@ std::string RecordScreen::owners(const dao::Recordset& row) {
     return first + " " + last;
 }
 
-// --- The form ---------------------------------------------------------------------------------------------
+// --- The form ---
 
 void RecordScreen::clearform() {
     for (const FieldRule& field : fields_)
@@ -215,8 +220,7 @@ void RecordScreen::delete_record(const char* question) {
     gobacktogrid();
 }
 
-// --- A new record and its closing
-// ---------------------------------------------------------------------------
+// --- A new record and its closing ---
 
 void RecordScreen::new_record() {
     showformbuttons();
@@ -261,8 +265,21 @@ void RecordScreen::close_record() {
     }
 }
 
-// --- Walking the records
-// ------------------------------------------------------------------------------------
+// --- Scheduling by hand ---
+
+void RecordScreen::schedule_message(std::uint8_t kind, const std::string& text) {
+    schedule_letter(kind);
+    module_.generalmessagecreate().message1.text = text;
+}
+
+void RecordScreen::schedule_letter(std::uint8_t kind) {
+    module_.messagekind = kind;
+    auto& compose = module_.generalmessagecreate();
+    compose.show();
+    compose.customerid.text = id.text;
+}
+
+// --- Walking the records ---
 
 void RecordScreen::bind_navigation(const Navigation& buttons) {
     navigation_ = {&buttons.first, &buttons.previous, &buttons.next, &buttons.last};
@@ -293,8 +310,7 @@ void RecordScreen::bind_navigation(const Navigation& buttons) {
     };
 }
 
-// --- Searching
-// ----------------------------------------------------------------------------------------------
+// --- Searching ---
 
 void RecordScreen::bind_quick_search(platform::Button& button, int key) {
     button.on_click = [this] { quick_search(); };
@@ -367,8 +383,7 @@ std::string RecordScreen::owners_search_query(const char* city_column) const {
            city_column + " like '*" + basic::trim(scity.text) + "*' order by last, first";
 }
 
-// --- Fields that do more
-// --------------------------------------------------------------------------------------
+// --- Fields that do more ---
 
 void RecordScreen::select_on_focus(std::initializer_list<platform::TextControl*> controls) {
     for (platform::TextControl* control : controls)

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "module/module.h"
+#include "records/contact_lines.h"
 #include "records/field_rules.h"
 #include "records/views.h"
 
@@ -17,8 +18,7 @@ namespace tolva::records {
 /// has of its own it says as data, in its constructor, and where a step differs by overriding it.
 class RecordScreen : public module::RecordEntry {
   public:
-    // --- Controls that every record screen has
-    // --------------------------------------------------------------
+    // --- Controls that every record screen has ---
 
     platform::Frame f_customerlist;
     platform::Grid grid1;
@@ -28,8 +28,7 @@ class RecordScreen : public module::RecordEntry {
     /// The record's id, not for the user.
     platform::TextBox id{*this, "id"};
 
-    // --- Routines
-    // -------------------------------------------------------------------------------------------
+    // --- Routines ---
 
     void on_load() override;
     void on_unload() override;
@@ -102,8 +101,7 @@ class RecordScreen : public module::RecordEntry {
     RecordScreen(module::Module& module, const char* name, const char* caption, const char* list_caption,
                  int grid_columns, Store store);
 
-    // --- What a screen says of itself (filled in its constructor)
-    // -------------------------------------------
+    // --- What a screen says of itself (filled in its constructor) ---
 
     std::vector<GridColumn> grid_columns_;
     std::vector<FieldRule> fields_;
@@ -116,6 +114,7 @@ class RecordScreen : public module::RecordEntry {
     int saves_on_close_ = 1;
     int returns_on_close_ = 1;
 
+    void take_first_view();
     void bind_navigation(const Navigation& buttons);
     /// The key that runs the quick search from its two boxes.
     void bind_quick_search(platform::Button& button, int key);
@@ -127,8 +126,7 @@ class RecordScreen : public module::RecordEntry {
     void bind_city(const CityFields& fields);
     void select_on_focus(std::initializer_list<platform::TextControl*> controls);
 
-    // --- Where screens differ
-    // -------------------------------------------------------------------------------
+    // --- Where screens differ ---
 
     /// The first load of the run: the view to begin with.
     virtual void first_view() = 0;
@@ -145,8 +143,7 @@ class RecordScreen : public module::RecordEntry {
     /// A row went into the grid.
     virtual void row_added(const dao::Recordset&) {}
 
-    // --- Actions that screens bind under their own names
-    // -----------------------------------------------------
+    // --- Actions that screens bind under their own names ---
 
     void new_record();
     void close_record();
@@ -155,6 +152,9 @@ class RecordScreen : public module::RecordEntry {
     /// The EXIT button unloads; the menu's exit only hides.
     void exit_unloading();
     void exit_hiding();
+    /// The scheduling entries: the compose dialog, prepared for this customer.
+    void schedule_message(std::uint8_t kind, const std::string& text);
+    void schedule_letter(std::uint8_t kind);
     void show_query(const std::string& query);
     /// A ready-made view: its caption, and the rows of its query.
     void show_view(const char* view_caption, const std::string& query);

@@ -7,6 +7,7 @@ namespace tolva::records {
 namespace {
 
 constexpr double birthday_days_ahead = 7;
+constexpr int plain_mark = 1;
 
 std::string month_start(int year, int month) {
     return std::to_string(month) + "/1/" + std::to_string(year);
@@ -26,6 +27,23 @@ DateSpan month_before(basic::Date day) {
         --parts.year;
     }
     return month_of(basic::make_date(parts.year, parts.month, 1));
+}
+
+std::function<std::optional<int>(const dao::Recordset&)> either_birthday(basic::Date today) {
+    return [today](const dao::Recordset& row) -> std::optional<int> {
+        if (birthday_within_a_week(row.field("birthday"), today) ||
+            birthday_within_a_week(row.field("co_birthday"), today))
+            return plain_mark;
+        return std::nullopt;
+    };
+}
+
+std::function<std::optional<int>(const dao::Recordset&)> next_contact_within(double days, basic::Date today) {
+    return [days, today](const dao::Recordset& row) -> std::optional<int> {
+        if (within_days(row.field("datenextcontact"), days, today))
+            return plain_mark;
+        return std::nullopt;
+    };
 }
 
 bool birthday_within_a_week(const dao::FieldValue& birthday, basic::Date today) {

@@ -33,6 +33,11 @@ struct FollowUpView {
     std::function<std::optional<int>(const dao::Recordset& row)> mark;
 };
 
+/// The tests of the screens that tell no marks apart: 1 when either owner's birthday, or the next contact, is
+/// near.
+std::function<std::optional<int>(const dao::Recordset&)> either_birthday(basic::Date today);
+std::function<std::optional<int>(const dao::Recordset&)> next_contact_within(double days, basic::Date today);
+
 /// Whether this year's return of the day lies within the coming seven days, today and the seventh counting.
 /// February 29 is taken as February 28 in every year; only this year is looked at.
 bool birthday_within_a_week(const dao::FieldValue& birthday, basic::Date today);

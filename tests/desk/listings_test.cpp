@@ -40,8 +40,7 @@ class Listings : public testing::Test {
     Desk desk;
 };
 
-// --- New
-// -----------------------------------------------------------------------------------------------------
+// --- New ---
 
 TEST_F(Listings, ANewListingIsStoredAtOnceAsAShellWithTodaysDates) {
     desk.choose(screen().m_newlisting);
@@ -125,8 +124,7 @@ TEST_F(Listings, TheAccessKeyOfCloseStillLetsDatelistedLoseTheFocusFirst) {
     EXPECT_EQ(stored().at("dateexpires"), "5/19/2027");
 }
 
-// --- Saving
-// ----------------------------------------------------------------------------------------------------
+// --- Saving ---
 
 TEST_F(Listings, EveryFieldSurvivesSavingAndLoading) {
     desk.choose(screen().m_newlisting);
@@ -339,8 +337,7 @@ TEST_F(Listings, ADeletionAsksAndKeepsTheListingsMessages) {
     EXPECT_EQ(desk.messages().size(), 2u);
 }
 
-// --- The close flow
-// ----------------------------------------------------------------------------------------------
+// --- The close flow ---
 
 TEST_F(Listings, ClosingANewListingSchedulesItsExpiry) {
     begin();
@@ -594,8 +591,7 @@ TEST_F(Listings, ImportFailsAsItIsMeantTo) {
     EXPECT_EQ(desk.host.error->text, "Object required");
 }
 
-// --- Scheduling by hand
-// ------------------------------------------------------------------------------------------
+// --- Scheduling by hand ---
 
 TEST_F(Listings, TheMessageEntryPreparesAReminderAboutTheListing) {
     begin();

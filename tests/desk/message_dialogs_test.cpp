@@ -33,8 +33,7 @@ class MessageDialogs : public testing::Test {
 
 using Texts = std::vector<std::string>;
 
-// --- Composing
-// -------------------------------------------------------------------------------------------------
+// --- Composing ---
 
 TEST_F(MessageDialogs, AGeneralReminderIsStoredAsComposed) {
     desk.click(desk.menu().Command11);
@@ -146,8 +145,7 @@ TEST_F(MessageDialogs, BrowsingAsksInTheLettersFolderAndACancelKeepsThePath) {
     EXPECT_EQ(compose.letterpath.text, "somewhere/letter.rtf");
 }
 
-// --- The raised dialog
-// -----------------------------------------------------------------------------------------
+// --- The raised dialog ---
 
 TEST_F(MessageDialogs, ClosingARaisedDialogConsumesTheMessage) {
     remind("due", 2026, 11, 20, "9:00 AM");
@@ -255,8 +253,7 @@ TEST_F(MessageDialogs, ReSchedulingUnderALetterKindShowsNeitherBox) {
     EXPECT_EQ(desk.compose().message1.text, "due");
 }
 
-// --- View Customer
-// ---------------------------------------------------------------------------------------------
+// --- View Customer ---
 
 class ViewCustomer : public MessageDialogs {
   protected:

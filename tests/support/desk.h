@@ -61,7 +61,7 @@ class Desk {
     module::Module& module() { return *module_; }
     platform::Runtime& runtime() { return *runtime_; }
 
-    // --- The screens --------------------------------------------------------------------------------------
+    // --- The screens ---
 
     shell::security& security() { return static_cast<shell::security&>(module().security()); }
     shell::Form1& menu() { return static_cast<shell::Form1&>(module().Form1()); }
@@ -78,8 +78,7 @@ class Desk {
         return open;
     }
 
-    // --- What the user does
-    // ---------------------------------------------------------------------------------
+    // --- What the user does ---
 
     void click(platform::Button& button) { runtime().click(button); }
     void choose(platform::MenuEntry& entry) { runtime().click(entry); }
@@ -111,8 +110,7 @@ class Desk {
         runtime().poll_clock();
     }
 
-    // --- What is stored
-    // -------------------------------------------------------------------------------------
+    // --- What is stored ---
 
     static Records rows(dao::Database& database, const std::string& query) {
         Records records;

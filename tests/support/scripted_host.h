@@ -27,7 +27,7 @@ class ScriptedHost final : public platform::Host {
         std::string text;
     };
 
-    // --- The script ---------------------------------------------------------------------------------------
+    // --- The script ---
 
     /// Answers to questions (OK and Cancel), in order.
     std::deque<int> answers;
@@ -38,7 +38,7 @@ class ScriptedHost final : public platform::Host {
     std::string file_to_open;
     bool has_printer = true;
 
-    // --- What came of it ----------------------------------------------------------------------------------
+    // --- What came of it ---
 
     std::vector<Box> boxes;
     std::optional<ErrorBox> error;
@@ -61,8 +61,7 @@ class ScriptedHost final : public platform::Host {
         return texts;
     }
 
-    // --- Host
-    // -----------------------------------------------------------------------------------------------
+    // --- Host ---
 
     void screen_loaded(platform::Screen&) override {}
     void screen_shown(platform::Screen& screen, platform::ShowMode mode) override {
