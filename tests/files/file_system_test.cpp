@@ -1,0 +1,205 @@
+#include <functional>
+#include <gtest/gtest.h>
+
+#include "basic/run_time_error.h"
+#include "files/file_system.h"
+#include "support/samples.h"
+
+namespace tolva::files {
+namespace {
+
+Bytes bytes(const std::string& text) {
+    return {text.begin(), text.end()};
+}
+
+std::string text_of(FileSystem& disk, const std::string& path) {
+    const Bytes content = read_whole(disk, path);
+    return {content.begin(), content.end()};
+}
+
+int error_of(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const basic::RunTimeError& error) {
+        return error.number();
+    }
+    return 0;
+}
+
+/// The rules hold for the machine's disk and for the one in memory alike.
+class Disk : public testing::TestWithParam<bool> {
+  protected:
+    Disk() : disk(GetParam() ? make_disk() : make_memory_disk()) {
+        root = GetParam() ? folder.path().string() : "/root";
+        if (!GetParam())
+            disk->make_folder(root);
+    }
+    std::string at(const std::string& name) const { return root + "/" + name; }
+    void put(const std::string& name, const std::string& text) {
+        disk->open(at(name), OpenMode::create_new)->write(0, bytes(text));
+    }
+
+    support::TemporaryFolder folder;
+    std::unique_ptr<FileSystem> disk;
+    std::string root;
+};
+
+INSTANTIATE_TEST_SUITE_P(Both, Disk, testing::Bool(),
+                         [](const auto& chosen) { return chosen.param ? "Machine" : "Memory"; });
+
+TEST_P(Disk, ReadsBackWhatWasWritten) {
+    const auto file = disk->open(at("a.txt"), OpenMode::create_new);
+    file->write(0, bytes("hello"));
+    file->write(5, bytes(" there"));
+    file->sync();
+    EXPECT_EQ(file->size(), 11u);
+    EXPECT_EQ(text_of(*disk, at("a.txt")), "hello there");
+}
+
+TEST_P(Disk, ReadsNoFurtherThanTheEnd) {
+    put("a.txt", "abc");
+    const auto file = disk->open(at("a.txt"), OpenMode::read);
+    Bytes buffer(10);
+    EXPECT_EQ(file->read(1, buffer), 2u);
+    EXPECT_EQ(buffer[0], 'b');
+    EXPECT_EQ(file->read(3, buffer), 0u);
+    EXPECT_EQ(file->read(99, buffer), 0u);
+}
+
+TEST_P(Disk, AGapReadsAsZeros) {
+    const auto file = disk->open(at("a.txt"), OpenMode::create_new);
+    file->write(4, bytes("x"));
+    EXPECT_EQ(text_of(*disk, at("a.txt")), std::string("\0\0\0\0x", 5));
+}
+
+TEST_P(Disk, TruncateShortensAndLengthens) {
+    put("a.txt", "abcdef");
+    const auto file = disk->open(at("a.txt"), OpenMode::read_write);
+    file->truncate(2);
+    EXPECT_EQ(text_of(*disk, at("a.txt")), "ab");
+    file->truncate(4);
+    EXPECT_EQ(text_of(*disk, at("a.txt")), std::string("ab\0\0", 4));
+}
+
+TEST_P(Disk, AMissingFileIs53AndAMissingFolder76) {
+    EXPECT_EQ(error_of([&] { disk->open(at("gone.txt"), OpenMode::read); }), 53);
+    EXPECT_EQ(error_of([&] { disk->open(at("gone.txt"), OpenMode::read_write); }), 53);
+    EXPECT_EQ(error_of([&] { disk->open(at("nowhere/gone.txt"), OpenMode::read); }), 76);
+    EXPECT_EQ(error_of([&] { disk->open(at("nowhere/new.txt"), OpenMode::create); }), 76);
+    EXPECT_EQ(error_of([&] { disk->remove(at("gone.txt")); }), 53);
+    EXPECT_EQ(error_of([&] { disk->list(at("nowhere")); }), 76);
+}
+
+TEST_P(Disk, CreateKeepsAndCreateNewRefusesWhatIsThere) {
+    put("a.txt", "kept");
+    disk->open(at("a.txt"), OpenMode::create);
+    EXPECT_EQ(text_of(*disk, at("a.txt")), "kept");
+    EXPECT_EQ(error_of([&] { disk->open(at("a.txt"), OpenMode::create_new); }), 58);
+}
+
+TEST_P(Disk, AFolderIsNoFile) {
+    disk->make_folder(at("sub"));
+    EXPECT_EQ(error_of([&] { disk->open(at("sub"), OpenMode::read); }), 75);
+    EXPECT_EQ(error_of([&] { disk->make_folder(at("sub")); }), 75);
+}
+
+TEST_P(Disk, AFileOpenedForReadingIsNotWritten) {
+    put("a.txt", "abc");
+    const auto file = disk->open(at("a.txt"), OpenMode::read);
+    EXPECT_EQ(error_of([&] { file->write(0, bytes("x")); }), 75);
+    EXPECT_EQ(text_of(*disk, at("a.txt")), "abc");
+}
+
+TEST_P(Disk, FindsANameInAnotherLetterCase) {
+    disk->make_folder(at("Data"));
+    put("Data/Listings.MDB", "x");
+    EXPECT_TRUE(disk->exists(at("data/listings.mdb")));
+    EXPECT_FALSE(disk->exists_exactly(at("data/listings.mdb")));
+    EXPECT_TRUE(disk->exists_exactly(at("Data/Listings.MDB")));
+    EXPECT_EQ(text_of(*disk, at("DATA\\listings.mdb")), "x");
+    EXPECT_EQ(disk->resolve(at("data\\LISTINGS.mdb")), at("Data/Listings.MDB"));
+}
+
+TEST_P(Disk, FindsANameWithAnAccentInAnotherLetterCase) {
+    put("\xc3\x89t\xc3\xa9.txt", "summer"); // E acute, t, e acute
+    EXPECT_EQ(text_of(*disk, at("\xc3\xa9T\xc3\x89.TXT")), "summer");
+}
+
+TEST_P(Disk, ANameThatIsNowhereStaysAsGiven) {
+    put("a.txt", "x");
+    EXPECT_EQ(disk->resolve(at("None.txt")), at("None.txt"));
+    EXPECT_EQ(disk->resolve(root + "\\Nowhere\\none.txt"), at("Nowhere/none.txt"));
+    EXPECT_FALSE(disk->exists(at("None.txt")));
+}
+
+TEST_P(Disk, RenameReplacesTheTarget) {
+    put("new.txt", "new");
+    put("old.txt", "old");
+    disk->rename(at("new.txt"), at("old.txt"));
+    EXPECT_EQ(text_of(*disk, at("old.txt")), "new");
+    EXPECT_FALSE(disk->exists(at("new.txt")));
+}
+
+TEST_P(Disk, ListsNamesInByteOrder) {
+    put("b", "");
+    put("a", "");
+    disk->make_folder(at("C"));
+    EXPECT_EQ(disk->list(root), (std::vector<std::string>{"C", "a", "b"}));
+}
+
+TEST_P(Disk, ALockHasOneHolder) {
+    put("a.txt", "x");
+    auto first = disk->open(at("a.txt"), OpenMode::read_write);
+    const auto second = disk->open(at("a.txt"), OpenMode::read_write);
+    EXPECT_TRUE(first->lock());
+    EXPECT_TRUE(first->lock());
+    EXPECT_FALSE(second->lock());
+    first->unlock();
+    EXPECT_TRUE(second->lock());
+    EXPECT_FALSE(first->lock());
+}
+
+TEST_P(Disk, ALockEndsWithItsFile) {
+    put("a.txt", "x");
+    auto first = disk->open(at("a.txt"), OpenMode::read_write);
+    const auto second = disk->open(at("a.txt"), OpenMode::read);
+    EXPECT_TRUE(first->lock());
+    EXPECT_FALSE(second->lock());
+    first.reset();
+    EXPECT_TRUE(second->lock());
+}
+
+TEST_P(Disk, ReplaceWholeLeavesOnlyTheNewContent) {
+    put("a.txt", "a long old content");
+    replace_whole(*disk, at("A.TXT"), bytes("new"));
+    EXPECT_EQ(text_of(*disk, at("a.txt")), "new");
+    EXPECT_EQ(disk->list(root), std::vector<std::string>{"a.txt"});
+    replace_whole(*disk, at("b.txt"), bytes("made"));
+    EXPECT_EQ(text_of(*disk, at("b.txt")), "made");
+}
+
+TEST_P(Disk, ReplaceWholeSweepsUpWhatACutLeft) {
+    put("a.txt", "old");
+    put("a.txt.new", "half of the n");
+    replace_whole(*disk, at("a.txt"), bytes("new"));
+    EXPECT_EQ(text_of(*disk, at("a.txt")), "new");
+    EXPECT_FALSE(disk->exists(at("a.txt.new")));
+}
+
+TEST_P(Disk, AFailureNamesThePathAndTheReason) {
+    try {
+        disk->open(at("gone.txt"), OpenMode::read);
+        FAIL() << "opened";
+    } catch (const basic::RunTimeError& error) {
+        EXPECT_NE(error.text().find(at("gone.txt")), std::string::npos) << error.text();
+        EXPECT_NE(error.text().find('('), std::string::npos) << error.text();
+    }
+}
+
+TEST_P(Disk, SyncOfAFolderSucceeds) {
+    put("a.txt", "x");
+    EXPECT_NO_THROW(disk->sync_folder(root));
+}
+
+} // namespace
+} // namespace tolva::files

@@ -1,0 +1,451 @@
+#include <gtest/gtest.h>
+
+#include "basic/run_time_error.h"
+#include "jet/file_pager.h"
+#include "jet/header_page.h"
+#include "support/faulty_disk.h"
+
+namespace tolva::jet {
+namespace {
+
+using support::FaultyDisk;
+using support::PowerCut;
+using Fault = FaultyDisk::Fault;
+
+const std::string path = "a.mdb";
+const std::string journal = "a.mdb-journal";
+constexpr PageNumber pages_at_first = 12;
+
+/// A file with nothing in it but its header and pages that each hold their number.
+files::Bytes plain_file() {
+    files::Bytes file(pages_at_first * jet4_format.page_size);
+    write_header(jet4_format, std::span(file).first(jet4_format.page_size), 45000.5);
+    for (PageNumber page = 1; page < pages_at_first; ++page)
+        std::fill_n(file.begin() + static_cast<std::ptrdiff_t>(page * jet4_format.page_size),
+                    jet4_format.page_size, static_cast<std::uint8_t>(page));
+    return file;
+}
+
+void fill(Pager& pager, PageNumber page, std::uint8_t value) {
+    const auto bytes = pager.modify(page);
+    std::fill(bytes.begin(), bytes.end(), value);
+}
+
+/// The change whose commit the tests cut.
+void change(Pager& pager) {
+    fill(pager, 3, 0xa3);
+    fill(pager, 4, 0xa4);
+    fill(pager, 9, 0xa9);
+    fill(pager, pager.append(), 0xaa);
+    fill(pager, pager.append(), 0xab);
+}
+
+files::Bytes changed_file() {
+    FaultyDisk disk({{path, plain_file()}});
+    FilePager pager(disk, path);
+    change(pager);
+    pager.commit();
+    return disk.content().at(path);
+}
+
+int error_of(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const basic::RunTimeError& error) {
+        return error.number();
+    }
+    return 0;
+}
+
+TEST(Pager, AReferenceNeverChanges) {
+    FaultyDisk disk({{path, plain_file()}});
+    FilePager pager(disk, path);
+    const PageRef clean = pager.read(5);
+    fill(pager, 5, 0xf0);
+    const PageRef pending = pager.read(5);
+    fill(pager, 5, 0xf1);
+    EXPECT_EQ((*clean)[7], 5);
+    EXPECT_EQ((*pending)[7], 0xf0);
+    EXPECT_EQ((*pager.read(5))[7], 0xf1);
+    pager.rollback();
+    EXPECT_EQ((*pager.read(5))[7], 5);
+    EXPECT_EQ((*pending)[7], 0xf0);
+}
+
+TEST(Pager, UndoPutsBackOneStatementOnly) {
+    FaultyDisk disk({{path, plain_file()}});
+    FilePager pager(disk, path);
+    fill(pager, 3, 0xf0);
+    const PageNumber kept = pager.append();
+    fill(pager, kept, 0xf5);
+    pager.begin_statement();
+    fill(pager, 3, 0xf1);
+    fill(pager, 3, 0xf2);
+    fill(pager, 4, 0xf3);
+    fill(pager, kept, 0xf6);
+    fill(pager, pager.append(), 0xf4);
+    pager.undo_statement();
+    EXPECT_EQ((*pager.read(3))[0], 0xf0);
+    EXPECT_EQ((*pager.read(4))[0], 4);
+    EXPECT_EQ((*pager.read(kept))[0], 0xf5);
+    EXPECT_EQ(pager.page_count(), pages_at_first + 1);
+}
+
+TEST(Pager, ACommitLeavesNoJournalAndTheCommitBytesAtRest) {
+    FaultyDisk disk({{path, plain_file()}});
+    {
+        FilePager pager(disk, path);
+        change(pager);
+        EXPECT_TRUE(pager.dirty());
+        pager.commit();
+        EXPECT_FALSE(pager.dirty());
+    }
+    const auto content = disk.content();
+    EXPECT_EQ(content.size(), 1u);
+    const files::Bytes& file = content.at(path);
+    EXPECT_EQ(file.size(), (pages_at_first + 2) * jet4_format.page_size);
+    EXPECT_EQ(file[0xe00], 0x00);
+    EXPECT_EQ(file[0xe01], 0x01);
+    EXPECT_EQ(file[3 * jet4_format.page_size + 100], 0xa3);
+    EXPECT_EQ(file[13 * jet4_format.page_size + 100], 0xab);
+}
+
+TEST(Pager, WhileAFileIsWrittenItsCommitBytesSaySo) {
+    // Killed at each step of a commit: whenever the pages are neither the old nor the new ones, page 0 tells
+    // other programs.
+    const files::Bytes before = plain_file(), after = changed_file();
+    bool seen = false;
+    for (int operation = 1;; ++operation) {
+        FaultyDisk disk({{path, before}});
+        FilePager pager(disk, path);
+        change(pager);
+        disk.plan({Fault::kill, operation, 0, 512});
+        try {
+            pager.commit();
+            break;
+        } catch (const PowerCut&) {
+        }
+        const files::Bytes file = disk.survivors().at(path);
+        if (file == before || file == after)
+            continue;
+        EXPECT_TRUE(commit_was_cut(jet4_format, file));
+        seen = true;
+    }
+    EXPECT_TRUE(seen);
+}
+
+TEST(Pager, WhatIsPendingIsDroppedWithThePager) {
+    FaultyDisk disk({{path, plain_file()}});
+    {
+        FilePager pager(disk, path);
+        change(pager);
+    }
+    EXPECT_EQ(disk.content().at(path), plain_file());
+}
+
+TEST(Pager, ASecondOpeningIsRefusedWhileTheFirstLives) {
+    FaultyDisk disk({{path, plain_file()}});
+    auto first = std::make_unique<FilePager>(disk, path);
+    EXPECT_EQ(error_of([&] { FilePager second(disk, path); }), 3045);
+    first.reset();
+    EXPECT_EQ(error_of([&] { FilePager second(disk, path); }), 0);
+}
+
+TEST(Pager, APageBeyondTheEndIsDamage) {
+    FaultyDisk disk({{path, plain_file()}});
+    FilePager pager(disk, path);
+    EXPECT_EQ(error_of([&] { pager.read(pages_at_first); }), 3049);
+    EXPECT_EQ(error_of([&] { pager.modify(4000000000u); }), 3049);
+}
+
+struct Cut {
+    Fault fault;
+    std::size_t sector;
+    std::uint32_t seeds;
+};
+
+class CutCommit : public testing::TestWithParam<Cut> {};
+
+INSTANTIATE_TEST_SUITE_P(Cuts, CutCommit,
+                         testing::Values(Cut{Fault::kill, 512, 1}, Cut{Fault::power_cut, 512, 60},
+                                         Cut{Fault::power_cut, 4096, 60}),
+                         [](const auto& chosen) {
+                             return chosen.param.fault == Fault::kill
+                                        ? std::string("Kill")
+                                        : "Power" + std::to_string(chosen.param.sector);
+                         });
+
+/// Opens what survived, cutting the recovery itself at operation `operation`; true when it was not cut.
+bool recover(FaultyDisk& disk, const FaultyDisk::Plan& plan) {
+    disk.plan(plan);
+    try {
+        FilePager pager(disk, path);
+        return true;
+    } catch (const PowerCut&) {
+        return false;
+    }
+}
+
+TEST_P(CutCommit, LeavesTheCommitWholeOrAbsent) {
+    const files::Bytes before = plain_file(), after = changed_file();
+    int old_images = 0, new_images = 0;
+    bool done = false;
+    for (int operation = 1; !done; ++operation) {
+        for (std::uint32_t seed = 0; seed < GetParam().seeds; ++seed) {
+            FaultyDisk disk({{path, before}});
+            FilePager pager(disk, path);
+            change(pager);
+            disk.plan({GetParam().fault, operation, seed, GetParam().sector});
+            try {
+                pager.commit();
+                done = true;
+                break;
+            } catch (const PowerCut&) {
+            }
+            FaultyDisk next(disk.survivors());
+            ASSERT_TRUE(recover(next, {}));
+            const auto content = next.content();
+            ASSERT_EQ(content.size(), 1u) << "operation " << operation << " seed " << seed;
+            const files::Bytes& file = content.at(path);
+            ASSERT_TRUE(file == before || file == after) << "operation " << operation << " seed " << seed;
+            ++(file == before ? old_images : new_images);
+
+            FaultyDisk again(content);
+            ASSERT_TRUE(recover(again, {}));
+            ASSERT_EQ(again.content(), content) << "a second recovery changed something";
+        }
+    }
+    EXPECT_GT(old_images, 0);
+    EXPECT_GT(new_images, 0);
+}
+
+TEST_P(CutCommit, ARecoveryThatIsCutCanBeDoneAgain) {
+    const files::Bytes before = plain_file(), after = changed_file();
+    int cut_recoveries = 0;
+    bool done = false;
+    for (int operation = 1; !done; ++operation) {
+        for (std::uint32_t seed = 0; seed < GetParam().seeds; seed += 7) {
+            FaultyDisk disk({{path, before}});
+            FilePager pager(disk, path);
+            change(pager);
+            disk.plan({GetParam().fault, operation, seed, GetParam().sector});
+            try {
+                pager.commit();
+                done = true;
+                break;
+            } catch (const PowerCut&) {
+            }
+            const auto survivors = disk.survivors();
+            for (int second = 1;; ++second) {
+                FaultyDisk next(survivors);
+                if (recover(next, {GetParam().fault, second, seed + 1, GetParam().sector}))
+                    break;
+                ++cut_recoveries;
+                FaultyDisk last(next.survivors());
+                ASSERT_TRUE(recover(last, {}));
+                const files::Bytes file = last.content().at(path);
+                ASSERT_TRUE(file == before || file == after)
+                    << "operation " << operation << ", then " << second << ", seed " << seed;
+            }
+        }
+    }
+    EXPECT_GT(cut_recoveries, 0);
+}
+
+TEST_P(CutCommit, AReportedCommitStays) {
+    // The cut comes in the commit that follows it.
+    const files::Bytes after = changed_file();
+    bool done = false;
+    for (int operation = 1; !done; ++operation) {
+        for (std::uint32_t seed = 0; seed < GetParam().seeds; ++seed) {
+            FaultyDisk disk({{path, plain_file()}});
+            FilePager pager(disk, path);
+            change(pager);
+            pager.commit();
+            fill(pager, 6, 0xb6);
+            disk.plan({GetParam().fault, operation, seed, GetParam().sector});
+            try {
+                pager.commit();
+                done = true;
+                break;
+            } catch (const PowerCut&) {
+            }
+            FaultyDisk next(disk.survivors());
+            ASSERT_TRUE(recover(next, {}));
+            files::Bytes file = next.content().at(path);
+            if (file[6 * jet4_format.page_size] == 0xb6)
+                std::fill_n(file.begin() + 6 * static_cast<std::ptrdiff_t>(jet4_format.page_size),
+                            jet4_format.page_size, std::uint8_t{6});
+            ASSERT_EQ(file, after) << "operation " << operation << " seed " << seed;
+        }
+    }
+}
+
+class FailingCommit : public testing::TestWithParam<Fault> {};
+
+INSTANTIATE_TEST_SUITE_P(Faults, FailingCommit, testing::Values(Fault::fail_once, Fault::fail_for_good));
+
+TEST_P(FailingCommit, LeavesTheOldFileOrTheNewOne) {
+    const files::Bytes before = plain_file(), after = changed_file();
+    bool failed = false;
+    for (int operation = 1;; ++operation) {
+        FaultyDisk disk({{path, before}});
+        bool reported = false;
+        {
+            FilePager pager(disk, path);
+            change(pager);
+            disk.plan({GetParam(), operation, 0, 512});
+            const int error = error_of([&] { pager.commit(); });
+            EXPECT_TRUE(error == 0 || error == 75) << error;
+            reported = error == 0;
+            failed = failed || !reported;
+        }
+        const bool reached = disk.operations() >= operation;
+        FaultyDisk next(disk.content());
+        ASSERT_TRUE(recover(next, {}));
+        const files::Bytes file = next.content().at(path);
+        ASSERT_TRUE(file == before || file == after) << "operation " << operation;
+        if (reported) {
+            ASSERT_EQ(file, after) << "operation " << operation;
+        }
+        EXPECT_EQ(next.content().size(), 1u);
+        if (!reached)
+            break;
+    }
+    EXPECT_TRUE(failed);
+}
+
+TEST(Pager, AFailedCommitCanBeTriedAgain) {
+    const files::Bytes before = plain_file(), after = changed_file();
+    for (int operation = 1;; ++operation) {
+        FaultyDisk disk({{path, before}});
+        FilePager pager(disk, path);
+        change(pager);
+        disk.plan({Fault::fail_once, operation, 0, 512});
+        const bool failed = error_of([&] { pager.commit(); }) != 0;
+        if (!failed && disk.operations() < operation)
+            break;
+        if (failed && pager.dirty()) {
+            EXPECT_EQ(disk.content().at(path), before) << "operation " << operation;
+            pager.commit();
+        }
+        EXPECT_EQ(disk.content().at(path), after) << "operation " << operation;
+        EXPECT_FALSE(disk.exists(journal)) << "operation " << operation;
+    }
+}
+
+TEST(Pager, ACutAfterAFailedCommitStillFindsAWholeFile) {
+    // What a failed sync left behind must not count on being written later.
+    const files::Bytes before = plain_file(), after = changed_file();
+    for (int operation = 1; operation < 40; ++operation) {
+        for (std::uint32_t seed = 0; seed < 20; ++seed) {
+            FaultyDisk disk({{path, before}});
+            FilePager pager(disk, path);
+            change(pager);
+            disk.plan({Fault::fail_once, operation, seed, 512});
+            const bool failed = error_of([&] { pager.commit(); }) != 0;
+            FaultyDisk next(disk.survivors());
+            ASSERT_TRUE(recover(next, {}));
+            const files::Bytes file = next.content().at(path);
+            ASSERT_TRUE(file == before || file == after) << "operation " << operation << " seed " << seed;
+            if (!failed) {
+                ASSERT_EQ(file, after) << "operation " << operation << " seed " << seed;
+            }
+        }
+    }
+}
+
+TEST(Pager, AJournalWithoutAWholeHeaderIsSweptAway) {
+    for (const std::size_t size : {std::size_t{0}, std::size_t{10}, std::size_t{4096}, std::size_t{20000}}) {
+        FaultyDisk disk({{path, plain_file()}, {journal, files::Bytes(size, 0x55)}});
+        ASSERT_TRUE(recover(disk, {}));
+        EXPECT_EQ(disk.content().size(), 1u);
+        EXPECT_EQ(disk.content().at(path), plain_file());
+    }
+}
+
+TEST(Pager, AWholeJournalWithADamagedRecordIsToldOf) {
+    const files::Bytes before = plain_file();
+    for (int operation = 1;; ++operation) {
+        FaultyDisk disk({{path, before}});
+        FilePager pager(disk, path);
+        change(pager);
+        disk.plan({Fault::kill, operation, 0, 512});
+        ASSERT_THROW(pager.commit(), PowerCut) << "no step had a whole journal and a half-written file";
+        auto survivors = disk.survivors();
+        if (survivors.at(path) == before)
+            continue;
+        survivors.at(journal)[3 * 4096] ^= 1;
+        FaultyDisk next(survivors);
+        try {
+            FilePager reopened(next, path);
+            FAIL() << "opened";
+        } catch (const basic::RunTimeError& error) {
+            EXPECT_EQ(error.number(), 3049);
+            EXPECT_NE(error.text().find(journal), std::string::npos) << error.text();
+        }
+        EXPECT_EQ(next.content(), survivors) << "nothing may be touched";
+        break;
+    }
+}
+
+/// A file that the system lets nobody write.
+class ReadOnlyDisk final : public files::FileSystem {
+  public:
+    explicit ReadOnlyDisk(files::FileSystem& disk) : disk_(disk) {}
+    std::unique_ptr<files::File> open(const std::string& name, files::OpenMode mode) override {
+        if (mode != files::OpenMode::read)
+            throw basic::RunTimeError(75);
+        return disk_.open(name, mode);
+    }
+    bool exists(const std::string& name) const override { return disk_.exists(name); }
+    bool exists_exactly(const std::string& name) const override { return disk_.exists_exactly(name); }
+    void remove(const std::string&) override { throw basic::RunTimeError(75); }
+    void rename(const std::string&, const std::string&) override { throw basic::RunTimeError(75); }
+    void make_folder(const std::string&) override { throw basic::RunTimeError(75); }
+    std::vector<std::string> list(const std::string& folder) const override { return disk_.list(folder); }
+    void sync_folder(const std::string&) override { throw basic::RunTimeError(75); }
+    std::string resolve(const std::string& name) const override { return disk_.resolve(name); }
+
+  private:
+    files::FileSystem& disk_;
+};
+
+TEST(Pager, AFileThatMayOnlyBeReadOpensForReading) {
+    FaultyDisk disk({{path, plain_file()}});
+    ReadOnlyDisk locked(disk);
+    FilePager pager(locked, path);
+    EXPECT_TRUE(pager.read_only());
+    EXPECT_EQ((*pager.read(5))[9], 5);
+    EXPECT_EQ(error_of([&] { pager.modify(5); }), 3027);
+    EXPECT_EQ(error_of([&] { pager.append(); }), 3027);
+}
+
+TEST(Pager, AReaderSeesThroughAJournalThatItMayNotRollBack) {
+    const files::Bytes before = plain_file();
+    for (int operation = 1;; ++operation) {
+        FaultyDisk disk({{path, before}});
+        std::map<std::string, files::Bytes> survivors;
+        {
+            FilePager pager(disk, path);
+            change(pager);
+            disk.plan({Fault::kill, operation, 0, 512});
+            ASSERT_THROW(pager.commit(), PowerCut);
+            survivors = disk.survivors();
+        }
+        if (survivors.at(path).size() == before.size())
+            continue; // not yet as far as the new pages
+        FaultyDisk next(survivors);
+        ReadOnlyDisk locked(next);
+        FilePager reader(locked, path);
+        EXPECT_EQ(reader.page_count(), pages_at_first);
+        EXPECT_FALSE(reader.was_cut_short());
+        for (PageNumber page = 1; page < pages_at_first; ++page)
+            EXPECT_EQ((*reader.read(page))[50], page);
+        EXPECT_EQ(next.content(), survivors);
+        break;
+    }
+}
+
+} // namespace
+} // namespace tolva::jet

@@ -1,0 +1,284 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "basic/run_time_error.h"
+#include "files/file_system.h"
+
+namespace tolva::support {
+
+/// What a test's disk throws when its power goes: nothing in the program may catch it.
+struct PowerCut {};
+
+/// A disk in memory that loses power, kills its user or fails at a chosen operation. It keeps what has
+/// reached the device apart from what has only been written: of the writes since a file's last sync, and of
+/// the creations and removals since the folder's, a power cut keeps any of them, loses any, and tears any at
+/// sector borders.
+class FaultyDisk final : public files::FileSystem {
+  public:
+    enum class Fault {
+        none,
+        power_cut,    ///< the operation is under way; see above
+        kill,         ///< the operation is not begun; what was written before stays
+        fail_once,    ///< error 75; of a write the first half is done
+        fail_for_good ///< the same for all later ones that change the disk
+    };
+    struct Plan {
+        Fault fault = Fault::none;
+        int operation = 0; ///< counted from 1; each that changes the disk or syncs
+        std::uint32_t seed = 0;
+        std::size_t sector = 512;
+    };
+
+    FaultyDisk() = default;
+    explicit FaultyDisk(std::map<std::string, files::Bytes> content) {
+        for (auto& [path, bytes] : content) {
+            auto node = std::make_shared<Node>();
+            node->now = node->durable = std::move(bytes);
+            now_[path] = durable_[path] = node;
+        }
+    }
+
+    void plan(const Plan& plan) {
+        plan_ = plan;
+        operations_ = 0;
+    }
+    int operations() const { return operations_; }
+
+    /// Every file as a program sees it now.
+    std::map<std::string, files::Bytes> content() const {
+        std::map<std::string, files::Bytes> files;
+        for (const auto& [path, node] : now_)
+            files[path] = node->now;
+        return files;
+    }
+
+    /// Every file as the next start finds it, after `PowerCut` was thrown.
+    std::map<std::string, files::Bytes> survivors() const {
+        if (plan_.fault == Fault::kill)
+            return content();
+        std::mt19937 random(plan_.seed);
+        const auto chance = [&] { return random() % 2 == 0; };
+        auto names = durable_;
+        for (const FolderChange& change : folder_queue_) {
+            if (!chance())
+                continue;
+            if (change.node)
+                names[change.path] = change.node;
+            else
+                names.erase(change.path);
+        }
+        std::map<std::string, files::Bytes> files;
+        for (const auto& [path, node] : names) {
+            files::Bytes bytes = node->durable;
+            for (const Write& write : node->queue) {
+                if (write.is_truncate) {
+                    if (chance())
+                        bytes.resize(write.offset);
+                    continue;
+                }
+                const std::uint32_t fate = random() % 3;
+                for (std::size_t done = 0; done < write.bytes.size();) {
+                    const std::uint64_t at = write.offset + done;
+                    const std::size_t size =
+                        std::min<std::size_t>(plan_.sector - at % plan_.sector, write.bytes.size() - done);
+                    const bool kept = fate == 0 || (fate == 1 && chance());
+                    if (kept)
+                        put(bytes, at, {write.bytes.data() + done, size});
+                    done += size;
+                }
+            }
+            files[path] = std::move(bytes);
+        }
+        return files;
+    }
+
+    std::unique_ptr<files::File> open(const std::string& path, files::OpenMode mode) override {
+        auto found = now_.find(path);
+        if (found != now_.end() && mode == files::OpenMode::create_new)
+            fail(58);
+        if (found == now_.end()) {
+            if (mode == files::OpenMode::read || mode == files::OpenMode::read_write)
+                fail(53);
+            auto node = std::make_shared<Node>();
+            step([&] { folder_queue_.push_back({path, node}); });
+            found = now_.emplace(path, node).first;
+            folder_queue_.push_back({path, node});
+        }
+        return std::make_unique<FaultyFile>(*this, path, found->second);
+    }
+    bool exists(const std::string& path) const override { return now_.count(path) != 0; }
+    bool exists_exactly(const std::string& path) const override { return exists(path); }
+    void remove(const std::string& path) override {
+        if (!exists(path))
+            fail(53);
+        step([&] { folder_queue_.push_back({path, nullptr}); });
+        now_.erase(path);
+        folder_queue_.push_back({path, nullptr});
+    }
+    void rename(const std::string& from, const std::string& to) override {
+        if (!exists(from))
+            fail(53);
+        auto node = now_.at(from);
+        const auto queue = [&] {
+            // A rename is one entry of a folder's log: a cut keeps or loses both halves in this model by
+            // keeping only the arrival in doubt.
+            folder_queue_.push_back({to, node});
+        };
+        step(queue);
+        now_.erase(from);
+        now_[to] = node;
+        queue();
+        folder_queue_.push_back({from, nullptr});
+    }
+    void make_folder(const std::string&) override {}
+    std::vector<std::string> list(const std::string&) const override {
+        std::vector<std::string> names;
+        for (const auto& [path, node] : now_)
+            names.push_back(path);
+        return names;
+    }
+    void sync_folder(const std::string&) override {
+        step([] {});
+        durable_ = now_;
+        folder_queue_.clear();
+    }
+    std::string resolve(const std::string& path) const override { return path; }
+
+  private:
+    struct Write {
+        std::uint64_t offset;
+        files::Bytes bytes;
+        bool is_truncate = false;
+    };
+    struct Node {
+        files::Bytes now, durable;
+        std::vector<Write> queue;
+        bool locked = false;
+    };
+    struct FolderChange {
+        std::string path;
+        std::shared_ptr<Node> node; ///< null: the name goes
+    };
+
+    class FaultyFile final : public files::File {
+      public:
+        FaultyFile(FaultyDisk& disk, std::string path, std::shared_ptr<Node> node)
+            : disk_(disk), path_(std::move(path)), node_(std::move(node)) {}
+        ~FaultyFile() override { unlock(); }
+        const std::string& path() const override { return path_; }
+        std::uint64_t size() const override { return node_->now.size(); }
+        std::size_t read(std::uint64_t offset, std::span<std::uint8_t> out) const override {
+            if (offset >= node_->now.size())
+                return 0;
+            const std::size_t count = std::min<std::size_t>(out.size(), node_->now.size() - offset);
+            std::copy_n(node_->now.begin() + static_cast<std::ptrdiff_t>(offset), count, out.begin());
+            return count;
+        }
+        void write(std::uint64_t offset, std::span<const std::uint8_t> bytes) override {
+            const auto queue = [&](std::size_t count) {
+                node_->queue.push_back(
+                    {offset, {bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count)}});
+            };
+            disk_.step([&] { queue(bytes.size()); },
+                       [&] {
+                           queue(bytes.size() / 2);
+                           put(node_->now, offset, bytes.first(bytes.size() / 2));
+                       });
+            queue(bytes.size());
+            put(node_->now, offset, bytes);
+        }
+        void truncate(std::uint64_t size) override {
+            disk_.step([&] { node_->queue.push_back({size, {}, true}); });
+            node_->queue.push_back({size, {}, true});
+            node_->now.resize(size);
+        }
+        void sync() override {
+            // A sync that failed never makes durable what was written before it: the system may have let go
+            // of it. Only what is written again later counts.
+            disk_.step([] {}, [&] { node_->queue.clear(); });
+            node_->durable.resize(node_->now.size());
+            for (const Write& write : node_->queue) {
+                if (write.is_truncate)
+                    node_->durable.resize(write.offset);
+                else
+                    put(node_->durable, write.offset, write.bytes);
+            }
+            node_->durable.resize(node_->now.size());
+            node_->queue.clear();
+        }
+        bool lock() override {
+            if (node_->locked)
+                return mine_;
+            return node_->locked = mine_ = true;
+        }
+        void unlock() override {
+            if (mine_)
+                node_->locked = mine_ = false;
+        }
+
+      private:
+        FaultyDisk& disk_;
+        std::string path_;
+        std::shared_ptr<Node> node_;
+        bool mine_ = false;
+    };
+
+    static void put(files::Bytes& bytes, std::uint64_t at, std::span<const std::uint8_t> piece) {
+        if (bytes.size() < at + piece.size())
+            bytes.resize(at + piece.size());
+        std::copy(piece.begin(), piece.end(), bytes.begin() + static_cast<std::ptrdiff_t>(at));
+    }
+    [[noreturn]] static void fail(int number) {
+        throw basic::RunTimeError::with_text(number, "the disk fails");
+    }
+
+    /// Counts an operation. `begun` records it as under way for a power cut, `half` does what a failing one
+    /// does.
+    template <typename Begun, typename Half>
+    void step(Begun&& begun, Half&& half) {
+        ++operations_;
+        if (plan_.fault == Fault::none)
+            return;
+        const bool now = operations_ == plan_.operation;
+        const bool later = operations_ > plan_.operation;
+        switch (plan_.fault) {
+        case Fault::power_cut:
+            if (now)
+                begun();
+            if (now || later)
+                throw PowerCut{};
+            break;
+        case Fault::kill:
+            if (now || later)
+                throw PowerCut{};
+            break;
+        case Fault::fail_once:
+        case Fault::fail_for_good:
+            if (now || (later && plan_.fault == Fault::fail_for_good)) {
+                half();
+                fail(75);
+            }
+            break;
+        case Fault::none:
+            break;
+        }
+    }
+    template <typename Begun>
+    void step(Begun&& begun) {
+        step(begun, [] {});
+    }
+
+    std::map<std::string, std::shared_ptr<Node>> now_, durable_;
+    std::vector<FolderChange> folder_queue_;
+    Plan plan_;
+    int operations_ = 0;
+};
+
+} // namespace tolva::support
