@@ -16,8 +16,9 @@ constexpr int file_in_use = 3045;
 Module::Module(platform::Runtime& runtime_, files::FileSystem& disk_, std::string appfolder_)
     : runtime(runtime_), disk(disk_), appfolder(std::move(appfolder_)),
       engine(disk, [this] { return this_year(); }), security(runtime), Form1(runtime), preferences(runtime),
-      choosedate(runtime), zipcode(runtime), listings(runtime), prospect(runtime), sold(runtime),
-      addressbook(runtime), generalmessagecreate(runtime) {
+      choosedate(runtime), zipcode(runtime), listingsearch(runtime), prospectsearch(runtime),
+      addresssearch(runtime), listings(runtime), prospect(runtime), sold(runtime), addressbook(runtime),
+      generalmessagecreate(runtime) {
     runtime.make_durable = [this] { engine.commit(); };
 }
 

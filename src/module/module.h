@@ -69,8 +69,8 @@ class Module {
     // --- The screens ---
 
     platform::Slot<platform::Screen> security, Form1, preferences, choosedate, zipcode;
-    platform::Slot<RecordEntry> listings, prospect, sold;
-    platform::Slot<platform::Screen> addressbook;
+    platform::Slot<platform::Screen> listingsearch, prospectsearch, addresssearch;
+    platform::Slot<RecordEntry> listings, prospect, sold, addressbook;
     platform::Slot<messages::generalmessagecreate> generalmessagecreate;
 
     // --- Routines ---

@@ -80,8 +80,9 @@ class Label : public Control {
 
 class Frame : public Control {
   public:
-    Frame(Screen& screen, std::string name, std::string caption_, int index = no_index)
-        : Control(screen, std::move(name), index), caption(std::move(caption_)) {}
+    Frame(Screen& screen, std::string name, std::string caption_)
+        : Control(screen, std::move(name)), caption(std::move(caption_)) {}
+    Frame(Screen& screen, std::string name, int index) : Control(screen, std::move(name), index) {}
 
     std::string caption;
 };

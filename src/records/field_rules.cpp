@@ -62,9 +62,13 @@ FieldRule text_field(const char* column, platform::TextControl& control, SaveRul
 }
 
 FieldRule kept_field(const char* column, platform::TextControl& control, SaveRule save, LoadRule load) {
-    return {column, [&control, save = std::move(save)] { return save(control.text); },
-            [&control, load = std::move(load)](const dao::FieldValue& value) { control.text = load(value); },
-            nullptr};
+    FieldRule rule{
+        column, nullptr,
+        [&control, load = std::move(load)](const dao::FieldValue& value) { control.text = load(value); },
+        nullptr};
+    if (save)
+        rule.save = [&control, save = std::move(save)] { return save(control.text); };
+    return rule;
 }
 
 FieldRule check_field(const char* column, platform::CheckBox& control) {

@@ -52,6 +52,7 @@ LoadRule positive();
 
 } // namespace load
 
+/// A null `save` is a column that is shown but never written.
 FieldRule text_field(const char* column, platform::TextControl& control, SaveRule save, LoadRule load);
 /// As above, but emptying the form leaves the control alone.
 FieldRule kept_field(const char* column, platform::TextControl& control, SaveRule save, LoadRule load);

@@ -17,13 +17,6 @@ constexpr int enter_key = 13;
 constexpr int object_required = 424;
 constexpr double days_to_expiry = 180;
 
-/// The price with its sign, when there is one.
-std::string price_cell(const dao::Recordset& row) {
-    const dao::FieldValue value = row.field("listingprice");
-    const std::string price = value.is_null() ? std::string() : trim(value.text());
-    return basic::leading_number(price) > 0 ? "$" + price : std::string();
-}
-
 } // namespace
 
 listings::listings(module::Module& module)
@@ -35,7 +28,7 @@ listings::listings(module::Module& module)
         {"Name", 3000, owners},
         {"Address", 3000, [](const dao::Recordset& row) { return trimmed(row, "listingaddress"); }},
         {"City", 2000, [](const dao::Recordset& row) { return trimmed(row, "listingcity"); }},
-        {"Price", 1300, price_cell},
+        {"Price", 1300, [](const dao::Recordset& row) { return price(row, "listingprice"); }},
         {"Date Listed", 1300, [](const dao::Recordset& row) { return trimmed(row, "datelisted"); }},
         {"Date Expires", 1300, [](const dao::Recordset& row) { return trimmed(row, "dateexpires"); }},
     };

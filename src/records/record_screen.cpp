@@ -149,6 +149,11 @@ std::string RecordScreen::trimmed(const dao::Recordset& row, const char* column)
     return value.is_null() ? std::string() : basic::trim(value.text());
 }
 
+std::string RecordScreen::price(const dao::Recordset& row, const char* column) {
+    const std::string amount = trimmed(row, column);
+    return basic::leading_number(amount) > 0 ? "$" + amount : std::string();
+}
+
 std::string RecordScreen::owners(const dao::Recordset& row) {
     const std::string first = trimmed(row, "first");
     const std::string last = trimmed(row, "last");

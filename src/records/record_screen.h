@@ -166,6 +166,8 @@ class RecordScreen : public module::RecordEntry {
     /// equal, so a record with neither ends in blanks.
     static std::string owners(const dao::Recordset& row);
     static std::string trimmed(const dao::Recordset& row, const char* column);
+    /// A price with its sign, when it is above 0.
+    static std::string price(const dao::Recordset& row, const char* column);
     /// The quick search over either owner's last name and a city column.
     std::string owners_search_query(const char* city_column) const;
 
