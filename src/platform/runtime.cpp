@@ -65,7 +65,7 @@ void Runtime::bury() {
     std::erase_if(screens_, [](const std::unique_ptr<Screen>& screen) { return !screen->loaded(); });
 }
 
-// --- User actions -----------------------------------------------------------------------------------------
+// --- User actions ---
 
 void Runtime::move_focus(Control& control) {
     Screen& screen = control.screen();
@@ -107,6 +107,15 @@ void Runtime::choose(OptionGroup& group, int index) {
     run([&] {
         move_focus(group[index]);
         group.choose(index);
+    });
+}
+
+void Runtime::choose(OptionButton& button) {
+    run([&] {
+        move_focus(button);
+        for (Control* control : button.screen().controls())
+            if (auto* other = dynamic_cast<OptionButton*>(control); other && other->name() == button.name())
+                other->value = other == &button;
     });
 }
 
@@ -152,8 +161,23 @@ void Runtime::pick_date(MonthView& view, basic::Date date) {
     });
 }
 
+void Runtime::move_to_date(MonthView& view, basic::Date date) {
+    if (ended_ || failing_)
+        return;
+    view.value = date;
+}
+
+void Runtime::move_to_row(Grid& grid, int row) {
+    if (ended_ || failing_)
+        return;
+    grid.select_row(row);
+}
+
 void Runtime::close(Screen& screen) {
-    run([&] { screen.unload(); });
+    run([&] {
+        if (screen.on_close())
+            screen.unload();
+    });
 }
 
 void Runtime::poll_clock() {
@@ -184,7 +208,7 @@ void Runtime::poll_clock() {
         bury();
 }
 
-// --- For handlers -----------------------------------------------------------------------------------------
+// --- For handlers ---
 
 int Runtime::box(const std::string& text, const std::string& title, BoxButtons buttons) {
     settle();

@@ -29,7 +29,7 @@ class Runtime {
     /// Called at the end of each event, before each modal wait and before the end: the stores' commit.
     std::function<void()> make_durable;
 
-    // --- Events -------------------------------------------------------------------------------------------
+    // --- Events ---
 
     /// Runs one event. May nest: an event can arrive while a handler waits on a box or a modal screen. After
     /// the end, and while the error box stands, nothing runs.
@@ -41,6 +41,8 @@ class Runtime {
     void edit(TextControl& control, const std::string& text);
     void tick(CheckBox& control, int value);
     void choose(OptionGroup& group, int index);
+    /// The same for the button alone: it goes on, and those of its name go off.
+    void choose(OptionButton& button);
     /// A key that types `character` (13 for Enter) went to a text control.
     void press_key(TextControl& control, int character);
     /// A click or an access key: the focus moves there first, so the old control loses it before the click.
@@ -50,6 +52,10 @@ class Runtime {
     /// A click on a body row, or Enter on it; the heading (row 0) does nothing.
     void click_row(Grid& grid, int row);
     void pick_date(MonthView& view, basic::Date date);
+    /// The user went to another day by the arrow keys: the calendar's value follows, and nothing is clicked.
+    void move_to_date(MonthView& view, basic::Date date);
+    /// The user went to another body row by the arrow keys: it is the selected one, and nothing is clicked.
+    void move_to_row(Grid& grid, int row);
     /// The window's own close box.
     void close(Screen& screen);
 
@@ -57,7 +63,7 @@ class Runtime {
     /// The desktop calls this every second or so. A clock that was set back begins a new period.
     void poll_clock();
 
-    // --- For handlers -------------------------------------------------------------------------------------
+    // --- For handlers ---
 
     /// Modal boxes: what is stored is durable and what changed is on show while they stand.
     int box(const std::string& text, const std::string& title, BoxButtons buttons);

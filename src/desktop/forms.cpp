@@ -1,0 +1,40 @@
+#include "desktop/forms.h"
+
+#include <cassert>
+#include <string_view>
+
+namespace tolva::desktop {
+
+namespace {
+
+struct Layout {
+    std::string_view screen;
+    void (*build)(FormBuilder&);
+};
+
+constexpr Layout layouts[] = {
+    {"security", build_security},
+    {"Form1", build_form1},
+    {"preferences", build_preferences},
+    {"choosedate", build_choosedate},
+    {"listings", build_listings},
+    {"generalmessage", build_generalmessage},
+    {"generalmessagecreate", build_generalmessagecreate},
+};
+
+} // namespace
+
+std::unique_ptr<Form> make_form(platform::Screen& screen, EventState& state) {
+    auto form = std::make_unique<Form>(screen, state);
+    for (const Layout& layout : layouts) {
+        if (layout.screen != screen.name())
+            continue;
+        FormBuilder builder(*form, screen);
+        layout.build(builder);
+        return form;
+    }
+    assert(!"a screen without a form");
+    return form;
+}
+
+} // namespace tolva::desktop

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <memory>
+
+#include "desktop/form_builder.h"
+
+namespace tolva::desktop {
+
+/// Each screen's layout.
+void build_security(FormBuilder& builder);
+void build_form1(FormBuilder& builder);
+void build_preferences(FormBuilder& builder);
+void build_choosedate(FormBuilder& builder);
+void build_listings(FormBuilder& builder);
+void build_generalmessage(FormBuilder& builder);
+void build_generalmessagecreate(FormBuilder& builder);
+
+/// The window of a screen, laid out by the screen's name and not shown yet.
+std::unique_ptr<Form> make_form(platform::Screen& screen, EventState& state);
+
+} // namespace tolva::desktop

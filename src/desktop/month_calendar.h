@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QCalendarWidget>
+#include <functional>
+
+#include "basic/date.h"
+
+namespace tolva::desktop {
+
+QDate to_qt(basic::Date date);
+basic::Date from_qt(QDate date);
+
+/// A month on show. A click on a day, or Enter on it, picks it; the arrow keys only go to it, and turning the
+/// pages changes nothing.
+class MonthCalendar : public QCalendarWidget {
+  public:
+    explicit MonthCalendar(QWidget* parent = nullptr);
+
+    void show_day(basic::Date date);
+
+    std::function<void(basic::Date)> on_pick;
+    std::function<void(basic::Date)> on_move;
+
+  private:
+    bool showing_ = false;
+};
+
+} // namespace tolva::desktop

@@ -1,0 +1,265 @@
+#include "desktop/qt_host.h"
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QFileDialog>
+#include <QPrinterInfo>
+#include <QScreen>
+#include <QWindow>
+#include <algorithm>
+#include <utility>
+
+#include "desktop/boxes.h"
+#include "desktop/forms.h"
+#include "desktop/text.h"
+
+namespace tolva::desktop {
+
+namespace {
+
+/// The screen that others return to, and that reminders lie above.
+constexpr const char* main_menu = "Form1";
+
+} // namespace
+
+QtHost::QtHost(files::FileSystem& disk) : disk_(disk), state_{watch_} {
+    clock_.setSingleShot(true);
+}
+
+QtHost::~QtHost() = default;
+
+// --- The clock --------------------------------------------------------------------------------------------
+
+void QtHost::start_clock(platform::Runtime& runtime) {
+    QObject::connect(&clock_, &QTimer::timeout, &clock_, [this, &runtime] { tick(runtime); });
+    clock_.start(clock_period);
+}
+
+void QtHost::stop_clock() {
+    clock_.stop();
+    clock_.disconnect();
+}
+
+void QtHost::tick(platform::Runtime& runtime) {
+    // Started anew ahead of the work: a box that the work raises must not stop the clock.
+    clock_.start(clock_period);
+    const Meanwhile by_clock(state_.by_clock, true);
+    runtime.poll_clock();
+}
+
+// --- Screens and their windows ----------------------------------------------------------------------------
+
+QtHost::Window* QtHost::window_of(const platform::Screen* screen) {
+    const auto found = std::find_if(windows_.begin(), windows_.end(),
+                                    [&](const Window& window) { return window.screen == screen; });
+    return found == windows_.end() ? nullptr : &*found;
+}
+
+Form* QtHost::form_of(const platform::Screen& screen) const {
+    for (const Window& window : windows_)
+        if (window.screen == &screen)
+            return window.form.get();
+    return nullptr;
+}
+
+void QtHost::screen_loaded(platform::Screen& screen) {
+    windows_.push_back({&screen, nullptr});
+}
+
+void QtHost::screen_shown(platform::Screen& screen, platform::ShowMode mode) {
+    std::erase_if(showing_, [&](const Showing& showing) { return showing.screen == &screen; });
+    showing_.push_back({&screen, mode});
+}
+
+void QtHost::screen_hidden(platform::Screen& screen) {
+    std::erase_if(showing_, [&](const Showing& showing) { return showing.screen == &screen; });
+    for (const Waiting& waiting : waiting_)
+        if (waiting.screen == &screen)
+            waiting.loop->quit();
+}
+
+void QtHost::screen_unloaded(platform::Screen& screen) {
+    Window* const window = window_of(&screen);
+    if (!window)
+        return;
+    if (window->form) {
+        window->form->detach();
+        leaving_.push_back(std::move(window->form));
+    }
+    windows_.erase(windows_.begin() + (window - windows_.data()));
+}
+
+void QtHost::wait_modal(platform::Screen& screen) {
+    QEventLoop loop;
+    waiting_.push_back({&screen, &loop});
+    if (screen.visible() && !quitting_)
+        loop.exec(QEventLoop::DialogExec);
+    waiting_.pop_back();
+}
+
+void QtHost::refresh() {
+    if (state_.updating || quitting_)
+        return;
+    {
+        const Meanwhile updating(state_.updating, true);
+        remove_windows();
+        for (Window& window : windows_) {
+            if (!window.screen->visible())
+                continue;
+            if (!window.form)
+                window.form = make_form(*window.screen, state_);
+            window.form->refresh();
+        }
+        auto showing = std::exchange(showing_, {});
+        // What only draws attention goes above what comes up to be worked with.
+        std::stable_partition(showing.begin(), showing.end(), [](const Showing& shown) {
+            return shown.mode == platform::ShowMode::activate;
+        });
+        for (const Showing& shown : showing)
+            present(*form_of(*shown.screen), shown.mode);
+        if (QWidget* const modal = QApplication::activeModalWidget(); modal && !showing.empty())
+            modal->raise();
+    }
+
+    // From here on handlers may run, and screens come and go.
+    std::vector<const platform::Screen*> screens;
+    for (const Window& window : windows_)
+        screens.push_back(window.screen);
+    for (const platform::Screen* screen : screens)
+        if (Window* const window = window_of(screen); window && window->form)
+            window->form->settle_focus();
+}
+
+/// Takes hidden screens off the desktop, and lets go of the forms whose screens are gone.
+void QtHost::remove_windows() {
+    for (const Window& window : windows_)
+        if (window.form && !window.screen->visible() && window.form->isVisible())
+            take_down(*window.form);
+    for (auto& form : leaving_) {
+        if (form->isVisible())
+            take_down(*form);
+        // An event of the form's own may be what brought us here.
+        form.release()->deleteLater();
+    }
+    leaving_.clear();
+}
+
+void QtHost::take_down(Form& form) {
+    const bool was_modal = form.isModal();
+    form.hide();
+    if (!was_modal || behind_modal_.empty())
+        return;
+    if (QWidget* const behind = behind_modal_.back())
+        behind->activateWindow();
+    behind_modal_.pop_back();
+}
+
+void QtHost::present(Form& form, platform::ShowMode mode) {
+    const bool activate = mode == platform::ShowMode::activate;
+    const bool modal = form.platform_screen()->modal();
+    form.setAttribute(Qt::WA_ShowWithoutActivating, !activate);
+    if (!form.isVisible()) {
+        QWidget* const in_front = window_in_front();
+        form.setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
+        form.setWindowFlag(Qt::Dialog, modal);
+        size_and_place(form, mode);
+        if (modal) {
+            behind_modal_.emplace_back(in_front);
+            form.winId(); // has the system's window made, for what follows
+            form.windowHandle()->setTransientParent(in_front ? in_front->windowHandle() : nullptr);
+        }
+        form.show();
+    } else if (form.isMinimized()) {
+        form.setWindowState(form.windowState() & ~Qt::WindowMinimized);
+    }
+    form.raise();
+    if (activate)
+        form.activateWindow();
+    else
+        QApplication::alert(&form);
+}
+
+/// A window takes the size that its form wants, as far as the screen has it. Where the window manager would
+/// lay reminders over each other, they are laid out like a hand of cards beside the main menu.
+void QtHost::size_and_place(Form& form, platform::ShowMode mode) const {
+    const int title_bar = form.fontMetrics().height() * 2;
+    const QRect room = form.QWidget::screen()->availableGeometry().adjusted(0, 0, 0, -title_bar);
+    if (!form.testAttribute(Qt::WA_Resized))
+        form.resize(form.sizeHint().boundedTo(room.size()));
+
+    const Form* menu = nullptr;
+    std::vector<QPoint> taken;
+    for (const Window& window : windows_) {
+        if (!window.form || window.form.get() == &form || !window.form->isVisible())
+            continue;
+        if (window.screen->name() == main_menu)
+            menu = window.form.get();
+        if (window.screen->name() == form.platform_screen()->name())
+            taken.push_back(window.form->pos());
+    }
+    if (mode == platform::ShowMode::activate && taken.empty())
+        return;
+    const QPoint step(title_bar, title_bar);
+    const QPoint first = (menu ? menu->pos() : room.topLeft()) + 2 * step;
+    QPoint place = first;
+    while (std::find(taken.begin(), taken.end(), place) != taken.end()) {
+        place += step;
+        if (!room.contains(QRect(place, form.size()))) {
+            place = first;
+            break;
+        }
+    }
+    form.move(place);
+}
+
+QWidget* QtHost::window_in_front() const {
+    if (QWidget* const active = QApplication::activeWindow())
+        return active;
+    if (QWidget* const modal = QApplication::activeModalWidget())
+        return modal;
+    for (auto window = windows_.rbegin(); window != windows_.rend(); ++window)
+        if (window->form && window->form->isVisible())
+            return window->form.get();
+    return nullptr;
+}
+
+// --- Boxes ------------------------------------------------------------------------------------------------
+
+int QtHost::box(const std::string& text, const std::string& title, platform::BoxButtons buttons) {
+    Box box(window_in_front(), text, title, buttons);
+    if (state_.by_clock)
+        box.keep_from_haste(quiet_time);
+    return box.ask();
+}
+
+void QtHost::error_box(int number, const std::string& text) {
+    failed_ = true;
+    show_error_box(window_in_front(), number, text);
+}
+
+std::string QtHost::open_file(const std::string& folder, const std::string& title,
+                              const std::string& filter) {
+    QString names = to_qt(filter);
+#ifndef Q_OS_WIN
+    // Elsewhere only names with a dot would match.
+    names.replace(QLatin1String("*.*"), QLatin1String("*"));
+#endif
+    QString path =
+        QFileDialog::getOpenFileName(window_in_front(), to_qt(title), to_qt(disk_.resolve(folder)), names);
+    path.replace(QLatin1Char('/'), QLatin1Char('\\'));
+    return from_qt(path);
+}
+
+bool QtHost::printer_takes_font(const std::string&) {
+    return !QPrinterInfo::availablePrinterNames().isEmpty();
+}
+
+// --- The end ----------------------------------------------------------------------------------------------
+
+void QtHost::quit() {
+    quitting_ = true;
+    clock_.stop();
+    QCoreApplication::exit();
+}
+
+} // namespace tolva::desktop
