@@ -74,6 +74,13 @@ void Module::selectfieldtext(platform::Screen& screen) {
         control->select_all();
 }
 
+void Module::bind_date_button(platform::Button& button, platform::TextControl& field) {
+    button.on_click = [this, &field] {
+        choosedate().show_modal();
+        field.text = chosendate;
+    };
+}
+
 std::string Module::today_text() const {
     return basic::trim(basic::date_to_text(today()));
 }

@@ -88,6 +88,9 @@ class Module {
     /// Selects the whole text of the focused control of `screen`.
     static void selectfieldtext(platform::Screen& screen);
 
+    /// A "D" button: shows the date picker and puts what it chose into the field, whatever that is.
+    void bind_date_button(platform::Button& button, platform::TextControl& field);
+
     /// Today, and now as a time alone, as the query texts write them.
     std::string today_text() const;
     std::string now_text() const;

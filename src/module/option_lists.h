@@ -16,6 +16,10 @@ constexpr const char* basement_list = "basement";
 constexpr const char* garage_list = "garage";
 constexpr const char* listingsource_list = "listingsource";
 
+/// How warm a prospect is: the one list that is no file.
+constexpr const char* interest_levels[] = {"Hot (In Market Now)", "Warm (In Market Soon)",
+                                           "Cold (In Market in Future)"};
+
 /// The items in order, trimmed, without the empty ones. A comma parts items as a line end does, unless double
 /// quotes hold it.
 std::vector<std::string> read_option_list(files::FileSystem& disk, const std::string& appfolder,

@@ -52,6 +52,8 @@ class Screen {
 
     /// Runs once, when the screen is first touched.
     virtual void on_load() {}
+    /// Runs when the user closes the window; false keeps the screen loaded.
+    virtual bool on_close() { return true; }
     /// Runs on every way of unloading: by code and by the window's own close box.
     virtual void on_unload() {}
 

@@ -133,11 +133,11 @@ listings::listings(module::Module& module)
     bind_navigation({Command6, Command7, Command8, Command9});
     bind_quick_search(Command11, enter_key);
     bind_contact_button(Command1, datelastcontact, contacthistory);
-    bind_date_button(Command2, datenextcontact);
-    bind_date_button(Command3, datelisted);
-    bind_date_button(Command4, dateexpires);
-    bind_date_button(Command36, birthday);
-    bind_date_button(Command37, co_birthday);
+    module_.bind_date_button(Command2, datenextcontact);
+    module_.bind_date_button(Command3, datelisted);
+    module_.bind_date_button(Command4, dateexpires);
+    module_.bind_date_button(Command36, birthday);
+    module_.bind_date_button(Command37, co_birthday);
     bind_city({city, state, zip, homephone});
 
     // All but mls, contacthistory and notes.

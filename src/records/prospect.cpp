@@ -170,11 +170,11 @@ prospect::prospect(module::Module& module)
     bind_navigation({Command6, Command7, Command8, Command9});
     bind_quick_search(Command10, enter_key);
     bind_contact_button(Command1, datelastcontact, contacthistory);
-    bind_date_button(Command2, datenextcontact);
-    bind_date_button(Command3, dateacquired);
-    bind_date_button(Command4, dateinmarket);
-    bind_date_button(Command36, birthday);
-    bind_date_button(Command37, co_birthday);
+    module_.bind_date_button(Command2, datenextcontact);
+    module_.bind_date_button(Command3, dateacquired);
+    module_.bind_date_button(Command4, dateinmarket);
+    module_.bind_date_button(Command36, birthday);
+    module_.bind_date_button(Command37, co_birthday);
     bind_city({city, state, zip, homephone});
 
     select_on_focus({&acres,         &address,      &basement,        &bathrooms,       &bedrooms,
@@ -217,7 +217,7 @@ void prospect::first_view() {
 
 void prospect::createlists() {
     RecordScreen::createlists();
-    for (const char* level : {"Hot (In Market Now)", "Warm (In Market Soon)", "Cold (In Market in Future)"})
+    for (const char* level : module::interest_levels)
         interestlevel.add_item(level);
 }
 

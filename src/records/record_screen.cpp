@@ -395,14 +395,6 @@ void RecordScreen::select_on_focus(std::initializer_list<platform::TextControl*>
         control->on_got_focus = [this] { module::Module::selectfieldtext(*this); };
 }
 
-void RecordScreen::bind_date_button(platform::Button& button, platform::TextControl& field) {
-    button.on_click = [this, &field] {
-        module_.choosedate().show_modal();
-        // Whatever it is: leaving the picker without picking empties the field.
-        field.text = module_.chosendate;
-    };
-}
-
 void RecordScreen::bind_contact_button(platform::Button& button, platform::TextControl& field,
                                        platform::TextControl& history) {
     button.on_click = [this, &field, &history] {

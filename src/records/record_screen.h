@@ -118,7 +118,6 @@ class RecordScreen : public module::RecordEntry {
     void bind_navigation(const Navigation& buttons);
     /// The key that runs the quick search from its two boxes.
     void bind_quick_search(platform::Button& button, int key);
-    void bind_date_button(platform::Button& button, platform::TextControl& field);
     /// The date button of the last contact also stamps the contact history.
     void bind_contact_button(platform::Button& button, platform::TextControl& field,
                              platform::TextControl& history);

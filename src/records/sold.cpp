@@ -169,10 +169,10 @@ sold::sold(module::Module& module)
     bind_navigation({Command6, Command7, Command8, Command9});
     bind_quick_search(Command4, search_key);
     bind_contact_button(Command1, datelastcontact, contacthistory);
-    bind_date_button(Command2, datenextcontact);
-    bind_date_button(Command3, datesold);
-    bind_date_button(Command36, birthday);
-    bind_date_button(Command37, co_birthday);
+    module_.bind_date_button(Command2, datenextcontact);
+    module_.bind_date_button(Command3, datesold);
+    module_.bind_date_button(Command36, birthday);
+    module_.bind_date_button(Command37, co_birthday);
     bind_city({city, state, zip, homephone});
 
     select_on_focus({&acres,
