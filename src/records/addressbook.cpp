@@ -83,6 +83,7 @@ addressbook::addressbook(module::Module& module)
 
     Command18.on_click = [this] { close_record(); };
     Command1.on_click = [this] { exit_unloading(); };
+    bind_search(m_search, module_.addresssearch);
     m_new.on_click = [this] { new_record(); };
     m_save.on_click = [this] { savecustomer(); };
     m_delete.on_click = [this] { delete_record("Delete Address?"); };

@@ -192,6 +192,7 @@ listings::listings(module::Module& module)
 
     Command5.on_click = [this] { close_record(); };
     Command10.on_click = [this] { exit_unloading(); };
+    bind_search(m_searchlisting, module_.listingsearch);
     m_newlisting.on_click = [this] { new_record(); };
     m_savelisting.on_click = [this] { save_with_notice("Listing Saved"); };
     m_deletelisting.on_click = [this] { delete_record("Delete Listing?"); };

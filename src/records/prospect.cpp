@@ -188,6 +188,7 @@ prospect::prospect(module::Module& module)
 
     Command5.on_click = [this] { close_record(); };
     Command11.on_click = [this] { exit_unloading(); };
+    bind_search(m_searchprospect, module_.prospectsearch);
     m_newprospect.on_click = [this] { new_record(); };
     m_saveprospect.on_click = [this] { save_with_notice("Prospect Saved"); };
     m_deleteprospect.on_click = [this] { delete_record("Delete Prospect?"); };

@@ -326,6 +326,15 @@ void RecordScreen::bind_quick_search(platform::Button& button, int key) {
         };
 }
 
+void RecordScreen::bind_search(platform::MenuEntry& entry, platform::Slot<platform::Screen>& search) {
+    if (!search.exists())
+        return;
+    entry.on_click = [this, &search] {
+        unload();
+        search().show();
+    };
+}
+
 void RecordScreen::quick_search() {
     cleargrid();
     show_query(quick_search_query());

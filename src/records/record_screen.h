@@ -121,6 +121,9 @@ class RecordScreen : public module::RecordEntry {
     /// The date button of the last contact also stamps the contact history.
     void bind_contact_button(platform::Button& button, platform::TextControl& field,
                              platform::TextControl& history);
+    /// The search entry unloads this screen, which shows the main menu, and shows the search over it. Where the
+    /// program has no such search the entry stays without an action.
+    void bind_search(platform::MenuEntry& entry, platform::Slot<platform::Screen>& search);
     /// Enter in the city completes it from the zip codes.
     void bind_city(const CityFields& fields);
     void select_on_focus(std::initializer_list<platform::TextControl*> controls);
