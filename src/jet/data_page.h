@@ -1,5 +1,6 @@
 #pragma once
 
+#include <compare>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -19,7 +20,7 @@ struct RecordPlace {
         return {stored >> 8, static_cast<std::uint8_t>(stored & 0xff)};
     }
     std::uint32_t stored() const { return page << 8 | slot; }
-    friend bool operator==(const RecordPlace&, const RecordPlace&) = default;
+    friend auto operator<=>(const RecordPlace&, const RecordPlace&) = default;
 };
 
 /// A page of records, read only. Slot k's offset stands in the page's head; records fill the page from its

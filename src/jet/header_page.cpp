@@ -106,6 +106,10 @@ void write_header(const Format& format, std::span<std::uint8_t> page, double cre
         page[format.header.password + i] = mask[i % mask.size()];
     put32(page.data() + format.header.text_order, 1033);
     mask_header(format, page);
+    // Behind the mask: a number and a version that files of this kind have in common.
+    constexpr std::uint8_t behind[] = {0x54, 0x06, 0, 0, '4', '.', '0'};
+    std::copy(std::begin(behind), std::end(behind),
+              page.begin() + static_cast<std::ptrdiff_t>(format.header.mask_start + format.header.mask_size));
     for (std::size_t user = 0; user < format.header.commit_count; ++user)
         put16(page.data() + format.header.commit_bytes + 2 * user, 0x0100);
 }

@@ -121,6 +121,11 @@ std::optional<PageNumber> UsageMap::first() const {
     return found;
 }
 
+PageNumber UsageMap::first_told() const {
+    const auto bytes = record();
+    return bytes[0] == 0 ? get32(bytes.data() + 1) : 0;
+}
+
 bool UsageMap::contains(PageNumber page) const {
     const auto bytes = record();
     if (bytes[0] == 0) {

@@ -28,6 +28,10 @@ class UsageMap {
     bool contains(PageNumber page) const;
     std::optional<PageNumber> first() const;
 
+    /// The first page of which the map says anything: pages before an inline window that has moved on are
+    /// left out.
+    PageNumber first_told() const;
+
     /// The map pages that hold this map's bits.
     std::vector<PageNumber> map_pages() const;
 
