@@ -1,6 +1,10 @@
 #include "desktop/field_block.h"
 
 #include <algorithm>
+#include <string>
+#include <utility>
+
+#include "desktop/text.h"
 
 namespace tolva::desktop {
 
@@ -23,7 +27,9 @@ QWidget* make_field(FormBuilder& builder, const Field& field) {
         return builder.narrow_button(field.control);
     case Field::Kind::lines:
         return builder.lines(field.control, field.characters, least_lines);
-    case Field::Kind::tick:
+    case Field::Kind::word:
+        return builder.label(QString::fromUtf8(field.control));
+    case Field::Kind::plain:
         break;
     }
     return builder(field.control);
@@ -43,8 +49,8 @@ QHBoxLayout* make_fields(FormBuilder& builder, const Entry& entry) {
     bool grows = false;
     for (const Field& field : entry.fields) {
         QWidget* const widget = make_field(builder, field);
-        if (field.spoken)
-            builder.say(field.control, QString::fromUtf8(field.spoken));
+        if (!field.spoken.empty())
+            builder.say(field.control, to_qt(field.spoken));
         row->addWidget(widget, field.kind == Field::Kind::grows ? field.characters : 0);
         grows = grows || field.kind == Field::Kind::grows || field.kind == Field::Kind::lines;
     }
@@ -55,32 +61,39 @@ QHBoxLayout* make_fields(FormBuilder& builder, const Entry& entry) {
 
 } // namespace
 
-Field fixed(const char* control, int characters, const char* spoken) {
-    return {control, Field::Kind::fixed, characters, spoken};
+Field fixed(const char* control, int characters, std::string spoken) {
+    return {control, Field::Kind::fixed, characters, std::move(spoken)};
 }
 
-Field grows(const char* control, int characters, const char* spoken) {
-    return {control, Field::Kind::grows, characters, spoken};
+Field grows(const char* control, int characters, std::string spoken) {
+    return {control, Field::Kind::grows, characters, std::move(spoken)};
 }
 
-Field lines(const char* control, int characters, const char* spoken) {
-    return {control, Field::Kind::lines, characters, spoken};
+Field lines(const char* control, int characters, std::string spoken) {
+    return {control, Field::Kind::lines, characters, std::move(spoken)};
 }
 
-Field tick(const char* control) {
-    return {control, Field::Kind::tick, 0, nullptr};
+Field button(const char* control, std::string spoken) {
+    return {control, Field::Kind::button, 0, std::move(spoken)};
 }
 
-Entry date_entry(const char* label, const char* field, const char* button, const char* spoken) {
-    constexpr int date_characters = 10; // 12/31/2026
-    return {label, {fixed(field, date_characters), {button, Field::Kind::button, 0, spoken}}};
+Field plain(const char* control) {
+    return {control, Field::Kind::plain, 0, {}};
+}
+
+Field word(const char* text) {
+    return {text, Field::Kind::word, 0, {}};
+}
+
+Entry date_entry(const char* label, const char* field, const char* button, std::string spoken) {
+    return {label, {fixed(field, date_characters), desktop::button(button, std::move(spoken))}};
 }
 
 void fill_block(FormBuilder& builder, QWidget& frame, const std::vector<Row>& rows) {
     auto* const grid = new QGridLayout(&frame);
     const int space = gap(frame);
     grid->setHorizontalSpacing(space);
-    grid->setVerticalSpacing(space * 2 / 3);
+    grid->setVerticalSpacing(space);
     std::size_t columns = 1;
     for (const Row& row : rows)
         columns = std::max(columns, row.size());
@@ -122,6 +135,15 @@ QGroupBox* titled_block(FormBuilder& builder, const char* title, const std::vect
     QGroupBox* const frame = builder.frame_titled(QString::fromUtf8(title));
     fill_block(builder, *frame, rows);
     return frame;
+}
+
+QLayout* tick_columns(FormBuilder& builder, const char* array, int count, int columns) {
+    auto* const grid = new QGridLayout;
+    const int lines = (count + columns - 1) / columns;
+    for (int index = 0; index < count; ++index)
+        grid->addWidget(builder(array + std::string("_") + std::to_string(index)), index % lines,
+                        index / lines);
+    return grid;
 }
 
 } // namespace tolva::desktop

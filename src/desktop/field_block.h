@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "desktop/form_builder.h"
@@ -15,14 +16,16 @@ struct Field {
         grows,  ///< a box of at least so many characters that takes what room there is
         button, ///< the small button beside a field
         lines,  ///< many lines of so many characters; the row grows with the window
-        tick,   ///< a check box
+        plain,  ///< a check box, or a label of the screen's own
+        word,   ///< a decorative word between fields
     };
 
+    /// Its object name; of a word, the word.
     const char* control;
     Kind kind;
     int characters = 0;
     /// What a screen reader says where the entry's label names another control.
-    const char* spoken = nullptr;
+    std::string spoken = {};
 };
 
 struct Entry {
@@ -36,16 +39,24 @@ struct Entry {
 /// Entries side by side. A row with fewer entries than its frame has columns gives the rest to the last one.
 using Row = std::vector<Entry>;
 
-Field fixed(const char* control, int characters, const char* spoken = nullptr);
-Field grows(const char* control, int characters, const char* spoken = nullptr);
-Field lines(const char* control, int characters, const char* spoken = nullptr);
-Field tick(const char* control);
+Field fixed(const char* control, int characters, std::string spoken = {});
+Field grows(const char* control, int characters, std::string spoken = {});
+Field lines(const char* control, int characters, std::string spoken = {});
+Field button(const char* control, std::string spoken);
+Field plain(const char* control);
+Field word(const char* text);
 /// A date and the button that picks it.
-Entry date_entry(const char* label, const char* field, const char* button, const char* spoken);
+Entry date_entry(const char* label, const char* field, const char* button, std::string spoken);
+
+/// How many characters a date takes.
+constexpr int date_characters = 10;
 
 /// Fills a frame (or any widget without a layout) with rows.
 void fill_block(FormBuilder& builder, QWidget& frame, const std::vector<Row>& rows);
 /// A decorative frame with rows.
 QGroupBox* titled_block(FormBuilder& builder, const char* title, const std::vector<Row>& rows);
+
+/// The check boxes of an array, down one column after the other.
+QLayout* tick_columns(FormBuilder& builder, const char* array, int count, int columns);
 
 } // namespace tolva::desktop

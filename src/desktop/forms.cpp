@@ -18,6 +18,13 @@ constexpr Layout layouts[] = {
     {"preferences", build_preferences},
     {"choosedate", build_choosedate},
     {"listings", build_listings},
+    {"prospect", build_prospect},
+    {"sold", build_sold},
+    {"addressbook", build_addressbook},
+    {"listingsearch", build_listingsearch},
+    {"prospectsearch", build_prospectsearch},
+    {"addresssearch", build_addresssearch},
+    {"zipcode", build_zipcode},
     {"generalmessage", build_generalmessage},
     {"generalmessagecreate", build_generalmessagecreate},
 };

@@ -12,6 +12,13 @@ void build_form1(FormBuilder& builder);
 void build_preferences(FormBuilder& builder);
 void build_choosedate(FormBuilder& builder);
 void build_listings(FormBuilder& builder);
+void build_prospect(FormBuilder& builder);
+void build_sold(FormBuilder& builder);
+void build_addressbook(FormBuilder& builder);
+void build_listingsearch(FormBuilder& builder);
+void build_prospectsearch(FormBuilder& builder);
+void build_addresssearch(FormBuilder& builder);
+void build_zipcode(FormBuilder& builder);
 void build_generalmessage(FormBuilder& builder);
 void build_generalmessagecreate(FormBuilder& builder);
 

@@ -1,5 +1,6 @@
 #include "desktop/grid_view.h"
 
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QScrollBar>
@@ -88,7 +89,8 @@ GridView::GridView(QWidget* parent) : QTableView(parent), model_(new GridModel(t
     horizontalHeader()->setStretchLastSection(true);
     horizontalHeader()->setMinimumSectionSize(2 * fontMetrics().averageCharWidth());
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] {
-        if (!sharing_ && isVisible())
+        // The last column also stretches by itself.
+        if (!sharing_ && QGuiApplication::mouseButtons() != Qt::NoButton)
             user_sized_ = true;
     });
 }

@@ -1,38 +1,10 @@
+#include "desktop/customer_blocks.h"
 #include "desktop/forms.h"
 #include "desktop/record_form.h"
 
 namespace tolva::desktop {
 
 namespace {
-
-const std::vector<Row> seller_rows = {
-    {{"Name:", {grows("first", 11), fixed("middle", 5, "Middle Name"), grows("last", 13, "Last Name")}}},
-    {{"Co-Name:",
-      {grows("co_first", 11), fixed("co_middle", 5, "Co-Owner's Middle Name"),
-       grows("co_last", 13, "Co-Owner's Last Name")}}},
-    {{"Business Name:", {grows("businessname", 30)}}},
-    {{"Address:", {grows("address", 30)}}},
-    {{"City State Zip:", {grows("city", 16), fixed("state", 3, "State"), fixed("zip", 10, "Zip")}}},
-    {{"Home Phone:", {fixed("homephone", 16)}}},
-    {{"Work Phone:", {fixed("workphone", 16)}}},
-    {{"Cell Phone:", {fixed("cellphone", 16)}}},
-    {{"Fax:", {fixed("fax", 16)}}},
-    {{"Employer:", {grows("employer", 30)}}},
-    {date_entry("Birthday:", "birthday", "Command36", "Choose date for Birthday")},
-    {date_entry("Co-Birthday:", "co_birthday", "Command37", "Choose date for Co-Birthday")},
-    {{"Email:", {grows("email", 30)}}},
-};
-
-const std::vector<Row> contact_rows = {
-    {date_entry("Date/Last Contact:", "datelastcontact", "Command1", "Choose date for Date/Last Contact")},
-    {date_entry("Next Contact Date:", "datenextcontact", "Command2", "Choose date for Next Contact Date")},
-    {{"Contact Notes", {lines("contacthistory", 32)}, true}},
-    {{"", {tick("includeinprinting")}}},
-};
-
-const std::vector<Row> note_rows = {
-    {{"", {lines("notes", 32, "Notes")}}},
-};
 
 const std::vector<Row> property_rows = {
     {{"Address:", {grows("listingaddress", 30)}}},
@@ -64,10 +36,10 @@ void fill_form(FormBuilder& builder, QWidget& page) {
 
     QGroupBox* const customer = builder.frame("f_customerinfo");
     auto* const customer_columns = new QHBoxLayout(customer);
-    customer_columns->addWidget(titled_block(builder, "Seller", seller_rows), 1);
+    customer_columns->addWidget(titled_block(builder, "Seller", person_rows()), 1);
     auto* const contact_column = new QVBoxLayout;
-    contact_column->addWidget(titled_block(builder, "Contact Information", contact_rows), 3);
-    contact_column->addWidget(titled_block(builder, "Notes", note_rows), 2);
+    contact_column->addWidget(titled_block(builder, "Contact Information", contact_rows()), 3);
+    contact_column->addWidget(titled_block(builder, "Notes", note_rows()), 2);
     customer_columns->addLayout(contact_column, 1);
     columns->addWidget(customer, 2);
 

@@ -28,7 +28,7 @@ QtHost::QtHost(files::FileSystem& disk) : disk_(disk), state_{watch_} {
 
 QtHost::~QtHost() = default;
 
-// --- The clock --------------------------------------------------------------------------------------------
+// --- The clock ---
 
 void QtHost::start_clock(platform::Runtime& runtime) {
     QObject::connect(&clock_, &QTimer::timeout, &clock_, [this, &runtime] { tick(runtime); });
@@ -47,7 +47,7 @@ void QtHost::tick(platform::Runtime& runtime) {
     runtime.poll_clock();
 }
 
-// --- Screens and their windows ----------------------------------------------------------------------------
+// --- Screens and their windows ---
 
 QtHost::Window* QtHost::window_of(const platform::Screen* screen) {
     const auto found = std::find_if(windows_.begin(), windows_.end(),
@@ -223,7 +223,7 @@ QWidget* QtHost::window_in_front() const {
     return nullptr;
 }
 
-// --- Boxes ------------------------------------------------------------------------------------------------
+// --- Boxes ---
 
 int QtHost::box(const std::string& text, const std::string& title, platform::BoxButtons buttons) {
     Box box(window_in_front(), text, title, buttons);
@@ -254,7 +254,7 @@ bool QtHost::printer_takes_font(const std::string&) {
     return !QPrinterInfo::availablePrinterNames().isEmpty();
 }
 
-// --- The end ----------------------------------------------------------------------------------------------
+// --- The end ---
 
 void QtHost::quit() {
     quitting_ = true;

@@ -41,7 +41,7 @@ class QtHost final : public platform::Host {
     std::chrono::milliseconds quiet_time{700};
     std::chrono::milliseconds clock_period{1000};
 
-    // --- Host ---------------------------------------------------------------------------------------------
+    // --- Host ---
 
     void screen_loaded(platform::Screen& screen) override;
     void screen_shown(platform::Screen& screen, platform::ShowMode mode) override;

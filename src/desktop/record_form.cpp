@@ -28,8 +28,8 @@ QWidget* list_page(FormBuilder& builder, const RecordForm& record) {
     QWidget* const grid = builder("grid1");
     grid->setAccessibleName(list->title());
     column->addWidget(list, 1);
-    for (const char* frame : record.below_list)
-        column->addWidget(builder(frame));
+    if (record.fill_below_list)
+        record.fill_below_list(builder, *column);
 
     auto* const bottom = new QHBoxLayout;
     bottom->addStretch(1);

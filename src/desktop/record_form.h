@@ -19,8 +19,8 @@ struct RecordForm {
     const char* first;
     /// Lays the form's frames out.
     std::function<void(FormBuilder& builder, QWidget& page)> fill_form;
-    /// Frames that stand below the list, if any.
-    std::vector<const char*> below_list = {};
+    /// Lays out what stands below the list, if anything.
+    std::function<void(FormBuilder& builder, QBoxLayout& place)> fill_below_list = {};
 };
 
 void build_record_form(FormBuilder& builder, const RecordForm& record);

@@ -1,0 +1,205 @@
+#include <QApplication>
+#include <QDir>
+#include <QTimer>
+#include <cstdio>
+#include <functional>
+
+#include "desktop/application_icon.h"
+#include "desktop/qt_host.h"
+#include "desktop/text.h"
+#include "messages/generalmessagecreate.h"
+#include "messages/message_kind.h"
+#include "records/listings.h"
+#include "shell/assembly.h"
+#include "shell/form1.h"
+
+// Walks the program over a desk and writes a picture of every screen in each of its modes.
+
+namespace tolva::pictures {
+
+namespace {
+
+/// Stands at one moment, so that the same desk gives the same pictures.
+class StandingClock final : public platform::Clock {
+  public:
+    explicit StandingClock(basic::Date moment) : moment_(moment) {}
+    basic::Date moment() const override { return moment_; }
+
+  private:
+    basic::Date moment_;
+};
+
+class Walk {
+  public:
+    Walk(const std::string& desk, QDir folder, basic::Date moment)
+        : folder_(std::move(folder)), clock_(moment), disk_(files::make_disk()), host_(*disk_),
+          runtime_(host_, clock_), module_(runtime_, *disk_, desk) {
+        shell::assemble(module_);
+    }
+
+    bool all_written() const { return written_; }
+
+    void run() {
+        shell::start(module_);
+        if (runtime_.ended())
+            return;
+        reminders();
+        take("main-menu", module_.Form1());
+        gate();
+        record_screen("listings", module_.listings);
+        record_screen("prospects", module_.prospect);
+        record_screen("homes-sold", module_.sold);
+        record_screen("address-book", module_.addressbook);
+        new_listing();
+        date_picker();
+        compose();
+        show_and_take("preferences", module_.preferences);
+        show_and_take("search-listings", module_.listingsearch);
+        show_and_take("search-prospects", module_.prospectsearch);
+        show_and_take("search-addresses", module_.addresssearch);
+        show_and_take("zip-code", module_.zipcode);
+        box();
+    }
+
+  private:
+    void event(const std::function<void()>& handler) {
+        runtime_.run(handler);
+        QApplication::processEvents();
+    }
+
+    void save(const std::string& name, QWidget& window) {
+        const QString file = folder_.filePath(desktop::to_qt(name + ".png"));
+        QApplication::processEvents();
+        if (!window.grab().save(file)) {
+            std::fprintf(stderr, "%s could not be written\n", qPrintable(file));
+            written_ = false;
+        }
+    }
+
+    void take(const std::string& name, platform::Screen& screen) {
+        desktop::Form* const form = host_.form_of(screen);
+        if (!form)
+            return;
+        // As it comes up on a common small screen, whatever screen there is.
+        constexpr QSize room(1366, 728);
+        form->resize(form->sizeHint().boundedTo(room / form->devicePixelRatio()));
+        save(name, *form);
+    }
+
+    template <class T>
+    void show_and_take(const std::string& name, platform::Slot<T>& slot) {
+        if (!slot.exists())
+            return;
+        event([&] { slot().show(); });
+        take(name, slot());
+        event([&] { slot().unload(); });
+    }
+
+    /// The dialogs that the start raised.
+    void reminders() {
+        int number = 0;
+        for (platform::Screen* screen : runtime_.screens()) {
+            if (screen->name() != "generalmessage")
+                continue;
+            if (number < 2)
+                take("reminder-" + std::to_string(++number), *screen);
+            event([&] { screen->hide(); });
+        }
+    }
+
+    void gate() {
+        event([&] { module_.security().show(); });
+        take("password-gate", module_.security());
+        event([&] { module_.security().hide(); });
+    }
+
+    template <class T>
+    void record_screen(const std::string& name, platform::Slot<T>& slot) {
+        if (!slot.exists())
+            return;
+        event([&] { slot().show(); });
+        take(name + "-list", slot());
+        auto* const grid = dynamic_cast<platform::Grid*>(slot().find("grid1"));
+        runtime_.click_row(*grid, 1);
+        take(name + "-form", slot());
+        event([&] { slot().unload(); });
+    }
+
+    void new_listing() {
+        auto& screen = dynamic_cast<records::listings&>(module_.listings());
+        event([&] { screen.show(); });
+        runtime_.click(screen.m_newlisting);
+        take("listings-new", screen);
+    }
+
+    void date_picker() {
+        auto& screen = dynamic_cast<records::listings&>(module_.listings());
+        QTimer::singleShot(0, &host_timer_, [&] {
+            take("date-picker", module_.choosedate());
+            runtime_.close(module_.choosedate());
+        });
+        runtime_.click(screen.Command3);
+        event([&] { screen.unload(); });
+    }
+
+    void compose() {
+        for (const auto& [name, kind] : {std::pair("schedule-message", messages::general_reminder),
+                                         std::pair("schedule-letter", messages::listing_letter)}) {
+            module_.messagekind = kind;
+            show_and_take(name, module_.generalmessagecreate);
+        }
+    }
+
+    void box() {
+        for (const auto& [name, buttons] : {std::pair("notice", platform::BoxButtons::ok),
+                                            std::pair("question", platform::BoxButtons::ok_cancel)}) {
+            QTimer::singleShot(0, &host_timer_, [&, file = std::string("box-") + name] {
+                if (QWidget* const standing = QApplication::activeModalWidget()) {
+                    save(file, *standing);
+                    standing->close();
+                }
+            });
+            const bool asks = buttons == platform::BoxButtons::ok_cancel;
+            host_.box(asks ? "Delete Listing?" : "Listing Saved", asks ? "Are You Sure?" : "Message",
+                      buttons);
+        }
+    }
+
+    QDir folder_;
+    StandingClock clock_;
+    std::unique_ptr<files::FileSystem> disk_;
+    desktop::QtHost host_;
+    platform::Runtime runtime_;
+    module::Module module_;
+    QTimer host_timer_;
+    bool written_ = true;
+};
+
+} // namespace
+
+} // namespace tolva::pictures
+
+/// tolva-screenshots DESK FOLDER MONTH/DAY/YEAR
+int main(int argc, char** argv) {
+    using namespace tolva;
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("TOLVA"));
+    QApplication::setQuitOnLastWindowClosed(false);
+    const QStringList words = QApplication::arguments();
+    if (words.size() != 4) {
+        std::fputs("usage: tolva-screenshots DESK FOLDER MONTH/DAY/YEAR\n", stderr);
+        return 2;
+    }
+    const QDir folder(words[2]);
+    if (!folder.mkpath(QStringLiteral("."))) {
+        std::fprintf(stderr, "%s could not be made\n", qPrintable(words[2]));
+        return 1;
+    }
+    constexpr int any_year = 2000;
+    const basic::Date day = basic::to_date(words[3].toStdString(), any_year);
+    const double morning = 10.0 / 24;
+    pictures::Walk walk(QFileInfo(words[1]).absoluteFilePath().toStdString(), folder,
+                        basic::add_days(day, morning));
+    walk.run();
+    return walk.all_written() ? 0 : 1;
+}
