@@ -636,12 +636,13 @@ TEST_F(Listings, ALetterOfTheLetterEntryCarriesSentLetter) {
 
 TEST_F(Listings, EntriesOfScreensThatDoNotExistAreNotOnOffer) {
     for (const platform::MenuEntry* entry :
-         {&screen().m_searchlisting, &screen().m_printlisting, &screen().m_printlistings,
-          &screen().m_printlabels, &screen().m_printletter, &screen().m_appointment})
+         {&screen().m_printlisting, &screen().m_printlistings, &screen().m_printlabels,
+          &screen().m_printletter, &screen().m_appointment})
         EXPECT_FALSE(entry->available()) << entry->caption;
     for (const platform::MenuEntry* entry :
-         {&screen().m_newlisting, &screen().m_savelisting, &screen().m_deletelisting, &screen().m_exit,
-          &screen().m_schmess, &screen().m_schlet, &screen().miport})
+         {&screen().m_newlisting, &screen().m_searchlisting, &screen().m_savelisting,
+          &screen().m_deletelisting, &screen().m_exit, &screen().m_schmess, &screen().m_schlet,
+          &screen().miport})
         EXPECT_TRUE(entry->available()) << entry->caption;
 }
 

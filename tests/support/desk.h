@@ -165,19 +165,6 @@ class Desk {
         runtime_ = std::make_unique<platform::Runtime>(host, clock);
         module_ = std::make_unique<module::Module>(*runtime_, *disk, folder.path().string());
         shell::assemble(*module_);
-        assemble_unborn();
-    }
-
-    /// The screens whose logic stands but which have no window yet, so the program doesn't have them.
-    void assemble_unborn() {
-        auto& all = *module_;
-        all.prospect.make = [&all] { return std::make_unique<records::prospect>(all); };
-        all.sold.make = [&all] { return std::make_unique<records::sold>(all); };
-        all.addressbook.make = [&all] { return std::make_unique<records::addressbook>(all); };
-        all.listingsearch.make = [&all] { return std::make_unique<search::listingsearch>(all); };
-        all.prospectsearch.make = [&all] { return std::make_unique<search::prospectsearch>(all); };
-        all.addresssearch.make = [&all] { return std::make_unique<search::addresssearch>(all); };
-        all.zipcode.make = [&all] { return std::make_unique<search::zipcode>(all); };
     }
 
     std::unique_ptr<platform::Runtime> runtime_;
