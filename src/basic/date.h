@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <string>
 #include <string_view>
 
@@ -33,6 +34,11 @@ Date day_of(Date date);
 Date time_of(Date date);
 /// Counts on in time, over day zero too. Error 6 outside the years 100 to 9999.
 Date add_days(Date date, double days);
+
+/// "January" to "December".
+inline constexpr std::array<std::string_view, 12> month_names = {
+    "January", "February", "March",     "April",   "May",      "June",
+    "July",    "August",   "September", "October", "November", "December"};
 
 /// The date test on a text, and its conversion. Month/day/year whatever the machine's locale; an impossible
 /// month swaps with the day, and a year may also come first; years 00-29 are 20xx, 30-99 are 19xx; a date

@@ -14,9 +14,6 @@ namespace tolva::basic {
 
 namespace {
 
-constexpr std::array<std::string_view, 12> month_names = {"january",   "february", "march",    "april",
-                                                          "may",       "june",     "july",     "august",
-                                                          "september", "october",  "november", "december"};
 constexpr std::array<std::string_view, 7> weekday_names = {"sunday",   "monday", "tuesday", "wednesday",
                                                            "thursday", "friday", "saturday"};
 

@@ -6,17 +6,14 @@
 #include <variant>
 #include <vector>
 
+#include "basic/currency.h"
 #include "basic/date.h"
 
 namespace tolva::jet {
 
 using Bytes = std::vector<std::uint8_t>;
 
-/// A whole number of ten-thousandths.
-struct Currency {
-    std::int64_t scaled = 0;
-    friend bool operator==(const Currency&, const Currency&) = default;
-};
+using Currency = basic::Currency;
 
 /// A decimal number of up to 28 digits: sign, 96-bit magnitude (least significant word first), and how many
 /// of its digits stand behind the point.

@@ -22,6 +22,11 @@ void TextControl::caret_to_end() {
     select(basic::length(text), 0);
 }
 
+int ComboBox::list_index() const {
+    const auto found = std::find(items_.begin(), items_.end(), text);
+    return found == items_.end() ? -1 : static_cast<int>(found - items_.begin());
+}
+
 void OptionGroup::choose(int index) {
     for (auto& button : *this)
         button->value = button->index() == index;

@@ -63,6 +63,8 @@ class ComboBox : public TextControl {
 
     const std::vector<std::string>& items() const { return items_; }
     void add_item(std::string item) { items_.push_back(std::move(item)); }
+    /// The entry that the text names, or -1.
+    int list_index() const;
     /// Takes the entry's text.
     void set_list_index(std::size_t index) { text = items_.at(index); }
 

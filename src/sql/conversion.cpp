@@ -25,10 +25,6 @@ std::string point_set(std::string digits, std::size_t decimals, bool negative) {
 
 } // namespace
 
-double to_double(jet::Currency value) {
-    return static_cast<double>(value.scaled) / 10000.0;
-}
-
 double to_double(const jet::Decimal& value) {
     double magnitude = 0;
     for (int word = 2; word >= 0; --word)

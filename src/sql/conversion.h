@@ -8,7 +8,7 @@ namespace tolva::sql {
 
 /// The kinds of number that a file keeps exactly, as the language's double and as text: every digit that
 /// counts, no zeros behind the last one.
-double to_double(jet::Currency value);
+using basic::to_double;
 double to_double(const jet::Decimal& value);
 std::string to_text(jet::Currency value);
 std::string to_text(const jet::Decimal& value);
