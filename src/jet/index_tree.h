@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "jet/index_key.h"
@@ -16,6 +17,8 @@ class IndexPages {
   public:
     virtual ~IndexPages() = default;
     virtual const Format& format() const = 0;
+    /// The file's name, for errors.
+    virtual std::string path() const { return {}; }
     virtual PageNumber page_count() const = 0;
     virtual PageRef read(PageNumber page) const = 0;
     virtual std::span<std::uint8_t> modify(PageNumber page) = 0;
@@ -24,8 +27,13 @@ class IndexPages {
     virtual void release(PageNumber page) = 0;
 };
 
+class EntryList;
+class IndexPage;
+struct IndexPageHeader;
+
 /// One real index of a table on its pages: entries of key and row, in key order, then by row. The root page
-/// never moves.
+/// never moves. Whatever the pages hold, nothing is read outside them and no walk goes on for ever: pages
+/// that make no sense give error 3049, which names the page and the reason.
 class IndexTree {
   public:
     /// `table_page` is the table definition that each page names as its owner.
@@ -34,6 +42,7 @@ class IndexTree {
     /// Writes an empty root leaf.
     static void create(IndexPages& pages, PageNumber root, PageNumber table_page);
 
+    /// An entry that is there already stays one entry.
     void insert(std::span<const std::uint8_t> key, RowId row);
     /// False when there is no such entry.
     bool erase(std::span<const std::uint8_t> key, RowId row);
@@ -52,6 +61,31 @@ class IndexTree {
     std::vector<std::string> check(std::vector<PageNumber>& owned) const;
 
   private:
+    /// A node on the way down and which of its children was taken.
+    struct Step {
+        PageNumber page;
+        std::size_t child;
+        bool tail; ///< no entry of the node tells where that child ends
+    };
+    using Path = std::vector<Step>;
+
+    IndexPage load(PageNumber page) const;
+    IndexPage descend(std::span<const std::uint8_t> bytes, Path* path = nullptr) const;
+    IndexPage next_leaf(const IndexPage& leaf, PageNumber& pages_left) const;
+    template <typename Visit>
+    void visit_from(std::span<const std::uint8_t> bytes, Visit visit) const;
+
+    void store(Path path, PageNumber page, const IndexPageHeader& header, const EntryList& entries,
+               bool grew_at_end);
+    void split(Path path, PageNumber page, const IndexPageHeader& header, const EntryList& entries,
+               bool grew_at_end);
+    void rewrite(PageNumber page, const IndexPageHeader& header, const EntryList& entries);
+    void renew_copies(const Path& path, std::span<const std::uint8_t> last);
+    void unlink(const IndexPage& page);
+    void drop_page(Path path, const IndexPage& page);
+    void settle_lone_child(Path path, PageNumber node);
+    void lower_root();
+
     IndexPages& pages_;
     PageNumber root_;
     PageNumber table_page_;
