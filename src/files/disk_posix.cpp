@@ -151,7 +151,7 @@ class PosixDisk final : public FileSystem, private CaseBlindLookup {
 
     void rename(const std::string& from, const std::string& to) override {
         const std::string source = resolve(from);
-        if (::rename(source.c_str(), resolve(to).c_str()) != 0)
+        if (::rename(source.c_str(), find_folder(with_slashes(to)).c_str()) != 0)
             fail_on(source, errno);
     }
 

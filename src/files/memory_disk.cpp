@@ -104,7 +104,7 @@ class MemoryDisk final : public FileSystem, private CaseBlindLookup {
         const auto source = files_.find(resolve(from));
         if (source == files_.end())
             fail(53, from, "no such file");
-        const std::string target = resolve(to);
+        const std::string target = find_folder(with_slashes(to));
         if (!is_folder(folder_of(target)))
             fail(76, target, "no such folder");
         if (is_folder(target))

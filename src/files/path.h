@@ -26,6 +26,10 @@ class CaseBlindLookup {
 
     /// `path` slashed; parts that exist in another letter case take that case, the rest stays.
     std::string find(const std::string& path) const;
+    /// The same for the folder alone: the last part stays as spelled.
+    std::string find_folder(const std::string& path) const {
+        return join(find(folder_of(path)), name_of(path));
+    }
 };
 
 /// The failure of one operation on one path, as the text of error `number`, the path and the reason.
