@@ -4,6 +4,7 @@
 
 #include "basic/run_time_error.h"
 #include "basic/text.h"
+#include "jet/check.h"
 #include "jet/column_properties.h"
 #include "jet/damage.h"
 
@@ -27,10 +28,18 @@ std::unique_ptr<Database> Database::open(files::FileSystem& disk, const std::str
 
 OpenDatabase::OpenDatabase(files::FileSystem& disk, const std::string& path) : pager_(disk, path) {
     read_catalog();
+    if (!pager_.was_cut_short())
+        return;
+    // Another program's writing was cut. Whether the file is whole all the same, only a look at it can tell.
+    const std::vector<std::string> findings = check(*this);
+    if (!findings.empty())
+        throw basic::RunTimeError::with_text(
+            3049, basic::error_text(3049, pager_.path()) +
+                      "  Another program was cut short while it wrote: " + findings.front() + ".");
 }
 
 void OpenDatabase::read_catalog() {
-    const StoredTable table(pager_, "MSysObjects", read_table_definition(pager_, catalog_page));
+    const StoredTable table(pager_, space_, "MSysObjects", read_table_definition(pager_, catalog_page));
     const auto column = [&](const char* name) {
         const auto found = table.find_column(name);
         if (!found)
@@ -54,6 +63,41 @@ void OpenDatabase::read_catalog() {
             entry.properties = std::move(*bytes);
         catalog_.push_back(std::move(entry));
     }
+}
+
+/// By the maps of all tables that can be read. A file whose map of free pages lies loses nothing by it.
+std::vector<bool> OpenDatabase::used_pages() {
+    std::vector<bool> used(pager_.page_count());
+    const auto mark = [&](PageNumber page) {
+        if (page < used.size())
+            used[page] = true;
+    };
+    const auto mark_map = [&](RecordPlace place) {
+        if (place.page == 0)
+            return;
+        mark(place.page);
+        const UsageMap map(pager_, place, 0, UsageMap::Kind::owned);
+        for (const PageNumber page : map.map_pages())
+            mark(page);
+        for (const PageNumber page : map.pages())
+            mark(page);
+    };
+    for (const Entry& entry : catalog_) {
+        try {
+            const TableDefinition table = read_table_definition(pager_, entry.page);
+            for (const PageNumber page : table.pages)
+                mark(page);
+            mark_map(table.owned_map);
+            for (const RealIndex& index : table.real_indexes)
+                mark_map(index.owned_map);
+            for (const Column& column : table.columns)
+                mark_map(column.owned_map);
+        } catch (const basic::RunTimeError& error) {
+            if (error.number() != 3049)
+                throw;
+        }
+    }
+    return used;
 }
 
 std::vector<std::string> OpenDatabase::table_names() const {
@@ -82,16 +126,21 @@ StoredTable& OpenDatabase::stored_table(const std::string& name) {
             column.required = rule->second.required;
             column.zero_length = rule->second.zero_length;
         }
-        place = std::make_unique<StoredTable>(pager_, entry->name, std::move(definition));
+        place = std::make_unique<StoredTable>(pager_, space_, entry->name, std::move(definition));
     }
     return *place;
 }
 
 void OpenDatabase::commit() {
     pager_.commit();
+    for (const auto& [page, table] : tables_)
+        table->committed();
 }
+
 void OpenDatabase::rollback() {
     pager_.rollback();
+    for (const auto& [page, table] : tables_)
+        table->rolled_back();
 }
 
 } // namespace tolva::jet

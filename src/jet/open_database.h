@@ -37,11 +37,14 @@ class OpenDatabase final : public Database {
     };
     const std::vector<Entry>& catalog() const { return catalog_; }
     FilePager& pager() { return pager_; }
+    PageSpace& space() { return space_; }
 
   private:
     void read_catalog();
+    std::vector<bool> used_pages();
 
     FilePager pager_;
+    PageSpace space_{pager_, [this] { return used_pages(); }};
     std::vector<Entry> catalog_;
     std::map<PageNumber, std::unique_ptr<StoredTable>> tables_;
 };

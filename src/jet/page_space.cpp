@@ -9,7 +9,8 @@ constexpr RecordPlace free_pages_place{1, 0};
 
 } // namespace
 
-PageSpace::PageSpace(Pager& pager) : pager_(pager) {}
+PageSpace::PageSpace(Pager& pager, std::function<std::vector<bool>()> used_pages)
+    : pager_(pager), used_pages_(std::move(used_pages)) {}
 
 void PageSpace::claim(PageNumber page) {
     UsageMap map(pager_, free_pages_place, 0, UsageMap::Kind::global);
@@ -18,10 +19,18 @@ void PageSpace::claim(PageNumber page) {
 
 PageNumber PageSpace::allocate() {
     const UsageMap map(pager_, free_pages_place, 0, UsageMap::Kind::global);
-    const auto free = map.first();
-    // The first pages are the file's own, whatever a map says.
+    if (used_pages_) {
+        used_ = used_pages_();
+        used_pages_ = nullptr;
+    }
+    // The first pages are the file's own.
     constexpr PageNumber first_possible = 6;
-    if (!free || *free < first_possible) {
+    auto free = map.first();
+    while (free && (*free < first_possible || (*free < used_.size() && used_[*free]))) {
+        claim(*free);
+        free = map.first();
+    }
+    if (!free) {
         const PageNumber page = pager_.append();
         claim(page);
         return page;
@@ -33,6 +42,8 @@ PageNumber PageSpace::allocate() {
 }
 
 void PageSpace::release(PageNumber page) {
+    if (page < used_.size())
+        used_[page] = false;
     UsageMap map(pager_, free_pages_place, 0, UsageMap::Kind::global);
     map.set(page, true, [&](PageNumber added) { claim(added); });
 }

@@ -1,6 +1,9 @@
 #pragma once
 
-#include "jet/file_pager.h"
+#include <functional>
+#include <vector>
+
+#include "jet/pager.h"
 #include "jet/usage_map.h"
 
 namespace tolva::jet {
@@ -9,7 +12,9 @@ namespace tolva::jet {
 /// page 1. A page that nothing uses is taken before the file grows.
 class PageSpace {
   public:
-    explicit PageSpace(Pager& pager);
+    /// `used_pages` tells, when the first page is asked for, which pages are in use by their owners' own
+    /// account; those are never handed out, whatever the map of free pages says.
+    explicit PageSpace(Pager& pager, std::function<std::vector<bool>()> used_pages = {});
 
     /// A zeroed page that is free no more.
     PageNumber allocate();
@@ -23,6 +28,8 @@ class PageSpace {
     void claim(PageNumber page);
 
     Pager& pager_;
+    std::function<std::vector<bool>()> used_pages_;
+    std::vector<bool> used_;
 };
 
 } // namespace tolva::jet

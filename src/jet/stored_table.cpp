@@ -1,10 +1,15 @@
 #include "jet/stored_table.h"
 
+#include <algorithm>
+#include <cassert>
+
 #include "basic/run_time_error.h"
 #include "basic/text.h"
 #include "jet/bytes.h"
 #include "jet/damage.h"
 #include "jet/stored_row.h"
+#include "jet/text_order.h"
+#include "jet/usage_map.h"
 
 namespace tolva::jet {
 namespace {
@@ -47,9 +52,9 @@ TableSchema schema_of(const std::string& name, const TableDefinition& definition
 
 } // namespace
 
-StoredTable::StoredTable(FilePager& pager, std::string name, TableDefinition definition)
+StoredTable::StoredTable(FilePager& pager, PageSpace& space, std::string name, TableDefinition definition)
     : pager_(pager), name_(std::move(name)), definition_(std::move(definition)),
-      schema_(schema_of(name_, definition_, pager.format())) {}
+      schema_(schema_of(name_, definition_, pager.format())), writer_(pager, space, definition_) {}
 
 StoredTable::~StoredTable() = default;
 
@@ -91,11 +96,14 @@ Record StoredTable::follow(Record record, PageNumber page) const {
 }
 
 RowId StoredTable::id_at(PageNumber page, std::uint8_t slot) const {
-    return {page, slot};
+    if (lives_.empty())
+        return {page, slot};
+    const auto life = lives_.find({page, slot});
+    return {page, slot, life == lives_.end() ? std::uint16_t{0} : life->second};
 }
 
 Record StoredTable::find_row(RowId id) const {
-    if (id.page == 0 || id.page >= pager_.page_count())
+    if (id.page == 0 || id.page >= pager_.page_count() || !(id_at(id.page, id.slot) == id))
         return {};
     PageRef page = pager_.read(id.page);
     if (!is_data_page(*page))
@@ -135,17 +143,85 @@ std::unique_ptr<RowCursor> StoredTable::scan() const {
     return std::make_unique<TableScan>(*this);
 }
 
-RowId StoredTable::insert(const Row&) {
-    throw basic::RunTimeError(3027);
+void StoredTable::check_writable() const {
+    if (pager_.read_only())
+        not_writable(pager_.path(), "the file can only be read");
+    if (const std::string& why = writer_.indexes().hindrance(); !why.empty())
+        not_writable(pager_.path(), "in table '" + name_ + "' " + why);
 }
-void StoredTable::update(RowId, const Row&) {
-    throw basic::RunTimeError(3027);
+
+RowId StoredTable::insert(const Row& row) {
+    assert(row.size() == schema_.columns.size());
+    check_writable();
+    ++changes_;
+    const auto inserted = writer_.insert(row);
+    if (inserted.in_old_slot)
+        ++lives_[{inserted.place.page, inserted.place.slot}];
+    return id_at(inserted.place.page, inserted.place.slot);
 }
-void StoredTable::erase(RowId) {
-    throw basic::RunTimeError(3027);
+
+void StoredTable::update(RowId id, const Row& row) {
+    assert(row.size() == schema_.columns.size());
+    check_writable();
+    if (!exists(id))
+        throw basic::RunTimeError(3167);
+    ++changes_;
+    writer_.update({id.page, id.slot}, row);
 }
-std::vector<RowId> StoredTable::find(std::size_t, std::span<const Value>) const {
-    throw basic::RunTimeError(3027);
+
+void StoredTable::erase(RowId id) {
+    check_writable();
+    if (!exists(id))
+        throw basic::RunTimeError(3167);
+    ++changes_;
+    writer_.erase({id.page, id.slot});
+}
+
+std::vector<RowId> StoredTable::find(std::size_t index, std::span<const Value> values) const {
+    const std::size_t real = definition_.logical_indexes[index].real;
+    const RealIndex& shape = definition_.real_indexes[real];
+    assert(!values.empty() && values.size() <= shape.parts.size());
+    const bool left_out = shape.ignores_nulls() && std::all_of(values.begin(), values.end(),
+                                                               [](const Value& v) { return is_null(v); });
+    if (left_out || !indexes().understands(real))
+        return find_by_scan(shape, values);
+
+    Row wanted(values.begin(), values.end());
+    for (std::size_t i = 0; i < wanted.size(); ++i)
+        if (auto* number = std::get_if<double>(&wanted[i]);
+            number && definition_.columns[shape.parts[i].column].type == ColumnType::single_real)
+            *number = static_cast<float>(*number);
+    const Key prefix = indexes().prefix(real, wanted);
+    // Of a longer key the entries hold no more than a start and a sum.
+    constexpr std::size_t surely_whole = 500;
+    if (prefix.size() > surely_whole)
+        return find_by_scan(shape, values);
+
+    MappedIndexPages pages = indexes().pages(real);
+    std::vector<RowId> rows = indexes().tree(real, pages).find_prefix(prefix);
+    for (RowId& row : rows)
+        row = id_at(row.page, row.slot);
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+std::vector<RowId> StoredTable::find_by_scan(const RealIndex& index, std::span<const Value> values) const {
+    const auto equal = [](const Value& a, const Value& b) {
+        const auto* text = std::get_if<std::string>(&a);
+        const auto* other = std::get_if<std::string>(&b);
+        if (!text || !other)
+            return a == b;
+        return compare_text(*text, *other, TextOrder::general_jet4) == std::weak_ordering::equivalent;
+    };
+    std::vector<RowId> rows;
+    for (const auto row = scan(); row->next();) {
+        bool matches = true;
+        for (std::size_t i = 0; matches && i < values.size(); ++i)
+            matches = equal(row->value(index.parts[i].column), values[i]);
+        if (matches)
+            rows.push_back(row->id());
+    }
+    return rows;
 }
 
 } // namespace tolva::jet

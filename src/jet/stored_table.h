@@ -1,21 +1,21 @@
 #pragma once
 
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "jet/file_pager.h"
-#include "jet/row_codec.h"
 #include "jet/table.h"
 #include "jet/table_definition.h"
-#include "jet/usage_map.h"
+#include "jet/table_writer.h"
 
 namespace tolva::jet {
 
 /// A table of an open file.
 class StoredTable final : public Table {
   public:
-    StoredTable(FilePager& pager, std::string name, TableDefinition definition);
+    StoredTable(FilePager& pager, PageSpace& space, std::string name, TableDefinition definition);
     ~StoredTable() override;
 
     const TableSchema& schema() const override { return schema_; }
@@ -33,6 +33,11 @@ class StoredTable final : public Table {
     std::vector<RowId> find(std::size_t index, std::span<const Value> values) const override;
 
     const TableDefinition& definition() const { return definition_; }
+    const TableIndexes& indexes() const { return writer_.indexes(); }
+
+    /// What becomes of the lives of row ids with the changes of the file.
+    void committed() { stored_lives_ = lives_; }
+    void rolled_back() { lives_ = stored_lives_; }
 
   private:
     friend class StoredRow;
@@ -46,11 +51,19 @@ class StoredTable final : public Table {
     Record find_row(RowId id) const;
     Record follow(Record header, PageNumber page) const;
 
+    using Lives = std::map<std::pair<PageNumber, std::uint8_t>, std::uint16_t>;
+
+    void check_writable() const;
+    std::vector<RowId> find_by_scan(const RealIndex& index, std::span<const Value> values) const;
+
     FilePager& pager_;
     std::string name_;
     TableDefinition definition_;
     TableSchema schema_;
+    TableWriter writer_;
     std::uint64_t changes_ = 0;
+    /// Slots that have had more than one row since the file was opened.
+    Lives lives_, stored_lives_;
 };
 
 } // namespace tolva::jet

@@ -18,6 +18,7 @@ class MappedIndexPages final : public IndexPages {
     MappedIndexPages(Pager& pager, PageSpace& space, RecordPlace owned_map, PageNumber definition_page);
 
     const Format& format() const override { return pager_.format(); }
+    std::string path() const override { return pager_.path(); }
     PageNumber page_count() const override { return pager_.page_count(); }
     PageRef read(PageNumber page) const override { return pager_.read(page); }
     std::span<std::uint8_t> modify(PageNumber page) override { return pager_.modify(page); }
