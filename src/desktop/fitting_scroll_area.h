@@ -11,6 +11,7 @@ class FittingScrollArea : public QScrollArea {
     explicit FittingScrollArea(QWidget* parent = nullptr);
 
     QSize sizeHint() const override;
+    bool eventFilter(QObject* object, QEvent* event) override;
 };
 
 } // namespace tolva::desktop

@@ -4,6 +4,7 @@
 #include <QCalendarWidget>
 #include <QCloseEvent>
 #include <QFocusEvent>
+#include <QLayout>
 #include <algorithm>
 
 #include "desktop/input_watch.h"
@@ -38,6 +39,18 @@ Binding* Form::bind_control(platform::Control& control) {
 void Form::add_binding(std::unique_ptr<Binding> binding) {
     by_control_.emplace(&binding->control(), binding.get());
     bindings_.push_back(std::move(binding));
+}
+
+void Form::order_tabs() {
+    QWidget* before = nullptr;
+    for (const auto& binding : bindings_) {
+        QWidget* const widget = binding->widget();
+        if (!widget || widget->focusPolicy() == Qt::NoFocus)
+            continue;
+        if (before)
+            setTabOrder(before, widget);
+        before = widget;
+    }
 }
 
 void Form::watch(QWidget* widget, Binding* binding) {
@@ -86,6 +99,19 @@ void Form::refresh() {
         for (const auto& action : refreshing_)
             action();
     });
+}
+
+QSize Form::wanted_size() {
+    // While they are hidden, parts don't tell what lies around them that they have changed; from the
+    // innermost outwards each is asked.
+    const auto parts = findChildren<QWidget*>();
+    for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
+        (*part)->ensurePolished();
+        if (QLayout* const inside = (*part)->layout())
+            inside->activate();
+    }
+    layout()->activate();
+    return sizeHint();
 }
 
 void Form::turn_page() {

@@ -40,6 +40,9 @@ class Form : public QWidget {
     /// The screen goes, and its controls with it.
     void detach();
 
+    /// The size that shows everything, with what was changed since the last layout taken into account.
+    QSize wanted_size();
+
     // --- Building ---
 
     /// The widget of a control; made on the first call.
@@ -58,6 +61,8 @@ class Form : public QWidget {
     /// Runs with each refresh, for what is decoration and yet changes.
     void on_refresh(std::function<void()> action) { refreshing_.push_back(std::move(action)); }
     void on_detach(std::function<void()> action) { detaching_.push_back(std::move(action)); }
+    /// Lets Tab walk the controls in the order in which they were bound.
+    void order_tabs();
     /// Controls that have no widget, as the user has no business with them.
     void leave_out(const platform::Control& control) { left_out_.push_back(&control); }
 

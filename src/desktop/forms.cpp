@@ -38,6 +38,7 @@ std::unique_ptr<Form> make_form(platform::Screen& screen, EventState& state) {
             continue;
         FormBuilder builder(*form, screen);
         layout.build(builder);
+        form->order_tabs();
         return form;
     }
     assert(!"a screen without a form");

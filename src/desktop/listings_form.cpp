@@ -45,7 +45,7 @@ void fill_form(FormBuilder& builder, QWidget& page) {
 
     QGroupBox* const listing = builder.frame("f_listinginfo");
     auto* const listing_column = new QVBoxLayout(listing);
-    auto* const property = new QWidget;
+    auto* const property = new QWidget(&builder.form());
     fill_block(builder, *property, property_rows);
     listing_column->addWidget(property);
     listing_column->addWidget(titled_block(builder, "Listing Particulars", contract_rows));

@@ -134,7 +134,7 @@ QWidget* features(FormBuilder& builder) {
 } // namespace
 
 void build_preferences(FormBuilder& builder) {
-    auto* const page = new QWidget;
+    auto* const page = new QWidget(&builder.form());
     auto* const columns = new QHBoxLayout(page);
     columns->setContentsMargins(0, 0, 0, 0);
 

@@ -43,7 +43,7 @@ void fill_form(FormBuilder& builder, QWidget& page) {
     auto* const right = new QVBoxLayout;
     QGroupBox* const home = builder.frame("f_homedesired");
     auto* const home_column = new QVBoxLayout(home);
-    auto* const block = new QWidget;
+    auto* const block = new QWidget(&builder.form());
     fill_block(builder, *block, home_rows);
     home_column->addWidget(block);
     home_column->addLayout(tick_columns(builder, "feature", module::feature_count, 3));

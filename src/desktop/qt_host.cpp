@@ -22,7 +22,7 @@ constexpr const char* main_menu = "Form1";
 
 } // namespace
 
-QtHost::QtHost(files::FileSystem& disk) : disk_(disk), state_{watch_} {
+QtHost::QtHost(files::FileSystem& disk) : form_maker(make_form), disk_(disk), state_{watch_} {
     clock_.setSingleShot(true);
 }
 
@@ -107,7 +107,7 @@ void QtHost::refresh() {
             if (!window.screen->visible())
                 continue;
             if (!window.form)
-                window.form = make_form(*window.screen, state_);
+                window.form = form_maker(*window.screen, state_);
             window.form->refresh();
         }
         auto showing = std::exchange(showing_, {});
@@ -185,7 +185,7 @@ void QtHost::size_and_place(Form& form, platform::ShowMode mode) const {
     const int title_bar = form.fontMetrics().height() * 2;
     const QRect room = form.QWidget::screen()->availableGeometry().adjusted(0, 0, 0, -title_bar);
     if (!form.testAttribute(Qt::WA_Resized))
-        form.resize(form.sizeHint().boundedTo(room.size()));
+        form.resize(form.wanted_size().boundedTo(room.size()));
 
     const Form* menu = nullptr;
     std::vector<QPoint> taken;

@@ -3,6 +3,7 @@
 #include <QPointer>
 #include <QTimer>
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -36,6 +37,9 @@ class QtHost final : public platform::Host {
 
     /// The window of a screen, or null while it has none.
     Form* form_of(const platform::Screen& screen) const;
+
+    /// Makes the window of a screen that is shown for the first time.
+    std::function<std::unique_ptr<Form>(platform::Screen&, EventState&)> form_maker;
 
     /// How long the hands must rest before a box that the clock raised takes an answer.
     std::chrono::milliseconds quiet_time{700};

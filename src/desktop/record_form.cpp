@@ -1,6 +1,7 @@
 #include "desktop/record_form.h"
 
 #include "desktop/fitting_scroll_area.h"
+#include "desktop/text.h"
 
 namespace tolva::desktop {
 
@@ -25,8 +26,7 @@ QWidget* list_page(FormBuilder& builder, const RecordForm& record) {
     QGroupBox* const list = builder.frame("f_customerlist");
     auto* const list_column = new QVBoxLayout(list);
     list_column->addWidget(builder("grid1"));
-    QWidget* const grid = builder("grid1");
-    grid->setAccessibleName(list->title());
+    builder.say("grid1", to_qt(dynamic_cast<platform::Frame&>(builder.control("f_customerlist")).caption));
     column->addWidget(list, 1);
     if (record.fill_below_list)
         record.fill_below_list(builder, *column);
@@ -42,7 +42,7 @@ QWidget* form_page(FormBuilder& builder, const RecordForm& record) {
     auto* const page = new QWidget(&builder.form());
     auto* const column = new QVBoxLayout(page);
 
-    auto* const fields = new QWidget;
+    auto* const fields = new QWidget(&builder.form());
     record.fill_form(builder, *fields);
     auto* const scroll = new FittingScrollArea(page);
     scroll->setWidget(fields);

@@ -105,7 +105,7 @@ QHBoxLayout* columns_of(QWidget* page) {
 } // namespace
 
 void build_listingsearch(FormBuilder& builder) {
-    auto* const page = new QWidget;
+    auto* const page = new QWidget(&builder.form());
     QHBoxLayout* const columns = columns_of(page);
     columns->addWidget(titled_block(builder, "Personal Information", person_rows), 1);
     columns->addWidget(titled_block(builder, "Listing Information", listing_rows), 1);
@@ -113,7 +113,7 @@ void build_listingsearch(FormBuilder& builder) {
 }
 
 void build_prospectsearch(FormBuilder& builder) {
-    auto* const page = new QWidget;
+    auto* const page = new QWidget(&builder.form());
     QHBoxLayout* const columns = columns_of(page);
     columns->addWidget(titled_block(builder, "Personal Information", person_rows), 1);
     auto* const right = new QVBoxLayout;
@@ -129,13 +129,13 @@ void build_prospectsearch(FormBuilder& builder) {
 }
 
 void build_addresssearch(FormBuilder& builder) {
-    auto* const page = new QWidget;
+    auto* const page = new QWidget(&builder.form());
     columns_of(page)->addWidget(titled_block(builder, "Address Information", address_rows));
     finish(builder, page, {"Command1", "Command2", "Command3"}, "last");
 }
 
 void build_zipcode(FormBuilder& builder) {
-    auto* const page = new QWidget;
+    auto* const page = new QWidget(&builder.form());
     fill_block(builder, *page, zip_rows);
     finish(builder, page, {"Command1", "Command2", "Command3"}, "zcity");
 }

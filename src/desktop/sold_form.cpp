@@ -78,7 +78,7 @@ void fill_form(FormBuilder& builder, QWidget& page) {
 
     QGroupBox* const home = builder.frame("f_listinginfo");
     auto* const home_column = new QVBoxLayout(home);
-    auto* const block = new QWidget;
+    auto* const block = new QWidget(&builder.form());
     fill_block(builder, *block, property_rows);
     home_column->addWidget(block);
     home_column->addWidget(titled_block(builder, "You are...", agency_rows));

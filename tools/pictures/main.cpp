@@ -82,7 +82,7 @@ class Walk {
             return;
         // As it comes up on a common small screen, whatever screen there is.
         constexpr QSize room(1366, 728);
-        form->resize(form->sizeHint().boundedTo(room / form->devicePixelRatio()));
+        form->resize(form->wanted_size().boundedTo(room / form->devicePixelRatio()));
         save(name, *form);
     }
 

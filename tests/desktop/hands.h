@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QApplication>
+#include <QTest>
+#include <QWidget>
+#include <QWindow>
+#include <functional>
+
+namespace tolva::desktop {
+
+/// A user's hands: keys go to the window that has the focus, clicks to what lies under the mouse, both by the
+/// road that the system's own events take.
+
+inline QWindow* window_with_focus() {
+    return QGuiApplication::focusWindow();
+}
+
+inline void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+    if (QWindow* const window = window_with_focus())
+        QTest::keyClick(window, key, modifiers);
+}
+
+inline void type(const QString& text) {
+    for (const QChar character : text)
+        if (QWindow* const window = window_with_focus())
+            QTest::keyClick(window, character.toLatin1());
+}
+
+inline QPoint in_window(const QWidget* widget, QPoint point) {
+    return widget->mapTo(widget->window(), point);
+}
+
+inline void mouse_down(QWidget* widget, QPoint at) {
+    QTest::mousePress(widget->window()->windowHandle(), Qt::LeftButton, {}, in_window(widget, at));
+}
+
+inline void mouse_up(QWidget* widget, QPoint at) {
+    QTest::mouseRelease(widget->window()->windowHandle(), Qt::LeftButton, {}, in_window(widget, at));
+}
+
+inline void click(QWidget* widget, QPoint at) {
+    mouse_down(widget, at);
+    mouse_up(widget, at);
+}
+
+inline void click(QWidget* widget) {
+    click(widget, widget->rect().center());
+}
+
+/// Lets what is on its way arrive.
+inline void settle() {
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+/// Waits until something is so; false when it takes too long.
+inline bool wait_until(const std::function<bool()>& so) {
+    return QTest::qWaitFor(so, 5000);
+}
+
+} // namespace tolva::desktop
