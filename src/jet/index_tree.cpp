@@ -231,7 +231,10 @@ void IndexTree::split(Path path, PageNumber page, const IndexPageHeader& header,
 void IndexTree::renew_copies(const Path& path, std::span<const std::uint8_t> last) {
     if (std::all_of(path.begin(), path.end(), [](const Step& step) { return step.tail; }))
         return;
+    std::size_t rounds = 0;
     for (bool renewed = true; renewed;) {
+        if (++rounds > 2 * deepest)
+            damaged_index(pages_, root_, "the copies of entries in the nodes lead astray");
         renewed = false;
         Path way;
         descend(last, &way);

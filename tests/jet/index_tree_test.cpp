@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <random>
 #include <set>
 #include <string>
@@ -193,6 +194,47 @@ TEST(IndexTree, StopsAWalkWhenTold) {
     EXPECT_EQ(visited, 10);
 }
 
+TEST(IndexTree, WorksOnNodesWithoutATail) {
+    Fixture f;
+    Model model;
+    const auto add = [&](std::uint32_t number) {
+        f.tree.insert(number_key(number), row_number(number));
+        model.emplace(number_key(number), row_number(number));
+    };
+    for (std::uint32_t i = 0; i < 1500; ++i)
+        add(i * 2);
+    // Another writer may name every child by an entry.
+    const IndexPage root(f.pages, f.root, table_page);
+    EntryList refs = root.entries();
+    IndexPageHeader header = root.header();
+    Key last = number_key(2998);
+    append_row(last, row_number(2998));
+    last.insert(last.end(), {0, 0, 0, static_cast<std::uint8_t>(header.tail)});
+    refs.push_back(last);
+    header.tail = 0;
+    write_index_page(f.pages, f.root, table_page, header, refs, 0);
+    f.expect_sound();
+    f.expect_holds(model);
+
+    for (std::uint32_t i = 0; i < 500; ++i) {
+        add(3000 + i);
+        add(i * 6 + 1);
+    }
+    f.expect_sound();
+    f.expect_holds(model);
+    EXPECT_TRUE(f.tree.contains(number_key(3499)));
+    while (!model.empty()) {
+        const auto end = std::prev(model.end());
+        ASSERT_TRUE(f.tree.erase(end->first, end->second));
+        model.erase(end);
+        if (model.size() % 250 == 0) {
+            f.expect_sound();
+            f.expect_holds(model);
+        }
+    }
+    EXPECT_EQ(f.pages.in_use().size(), 1U);
+}
+
 // Against a model ----------------------------------------------------------------------------------------
 
 enum class Arrival { random, ascending, descending };
@@ -277,12 +319,179 @@ std::string parameter_name(const testing::TestParamInfo<IndexTreeModel::ParamTyp
     return std::get<0>(info.param) + arrivals[static_cast<int>(std::get<1>(info.param))];
 }
 
+/// The older version's pages: half the size, another header.
+const Format& small_format() {
+    static const Format format = [] {
+        Format small = jet4_format;
+        small.version = Format::Version::jet3;
+        small.page_size = 2048;
+        return small;
+    }();
+    return format;
+}
+
+INSTANTIATE_TEST_SUITE_P(SmallPages, IndexTreeModel,
+                         testing::Combine(testing::Values("short", "few", "long", "mixed"),
+                                          testing::Values(Arrival::random, Arrival::descending),
+                                          testing::Values(&small_format())),
+                         parameter_name);
 INSTANTIATE_TEST_SUITE_P(Jet4, IndexTreeModel,
                          testing::Combine(testing::Values("short", "few", "long", "mixed"),
                                           testing::Values(Arrival::random, Arrival::ascending,
                                                           Arrival::descending),
                                           testing::Values(&jet4_format)),
                          parameter_name);
+
+// Damage -------------------------------------------------------------------------------------------------
+
+struct Damaged : Fixture {
+    Damaged() {
+        for (std::uint32_t i = 0; i < 2000; ++i)
+            tree.insert(number_key(i * 3), row_number(i));
+    }
+
+    PageNumber first_leaf() { return child_of(IndexPage(pages, root, table_page).whole(0)); }
+
+    std::string error_of(const std::function<void()>& action) {
+        try {
+            action();
+        } catch (const basic::RunTimeError& error) {
+            EXPECT_EQ(error.number(), 3049);
+            return error.text();
+        }
+        return "no error";
+    }
+    std::string walk_error() {
+        return error_of([this] { tree.walk([](auto, auto) { return true; }); });
+    }
+    std::string check_text() {
+        std::vector<PageNumber> owned;
+        std::string text;
+        for (const std::string& finding : tree.check(owned))
+            text += finding + "\n";
+        return text;
+    }
+};
+
+TEST(IndexTreeDamage, NamesFilePageAndReason) {
+    Damaged f;
+    const PageNumber leaf = f.first_leaf();
+    f.pages.raw(leaf)[0] = 1;
+    const std::string text = f.walk_error();
+    EXPECT_NE(text.find("memory.mdb"), std::string::npos) << text;
+    EXPECT_NE(text.find("Page " + std::to_string(leaf)), std::string::npos) << text;
+    EXPECT_NE(text.find("no index page"), std::string::npos) << text;
+    EXPECT_NE(f.check_text().find("no index page"), std::string::npos);
+}
+
+TEST(IndexTreeDamage, NoticesAPageOfAnotherTable) {
+    Damaged f;
+    put32(&f.pages.raw(f.first_leaf())[4], 43);
+    EXPECT_NE(f.walk_error().find("another table"), std::string::npos);
+}
+
+TEST(IndexTreeDamage, NoticesPagesThatAreNotThere) {
+    Damaged f;
+    put32(&f.pages.raw(f.first_leaf())[16], 5000);
+    EXPECT_NE(f.walk_error().find("Page 5000"), std::string::npos);
+    IndexTree lost(f.pages, 7000, table_page);
+    EXPECT_NE(f.error_of([&] { lost.contains(number_key(1)); }).find("Page 7000"), std::string::npos);
+    IndexTree none(f.pages, 0, table_page);
+    EXPECT_NE(f.error_of([&] { none.contains(number_key(1)); }), "no error");
+}
+
+TEST(IndexTreeDamage, EndsWalksThatGoInACircle) {
+    Damaged leaves;
+    const PageNumber leaf = leaves.first_leaf();
+    put32(&leaves.pages.raw(leaf)[16], leaf);
+    EXPECT_NE(leaves.walk_error().find("circle"), std::string::npos);
+
+    Damaged nodes;
+    put32(&nodes.pages.raw(nodes.root)[20], nodes.root);
+    EXPECT_NE(nodes.error_of([&] { nodes.tree.contains(number_key(100000)); }).find("circle"),
+              std::string::npos);
+    EXPECT_NE(nodes.check_text().find("twice"), std::string::npos);
+}
+
+TEST(IndexTreeDamage, NoticesEntriesBeyondThePage) {
+    Damaged f;
+    f.pages.raw(f.first_leaf())[479] = 0x80;
+    EXPECT_NE(f.walk_error().find("beyond the page"), std::string::npos);
+}
+
+TEST(IndexTreeDamage, NoticesASharedStartThatIsTooLong) {
+    Damaged f;
+    put16(&f.pages.raw(f.first_leaf())[24], 4000);
+    EXPECT_NE(f.walk_error().find("share"), std::string::npos);
+}
+
+TEST(IndexTreeDamage, NoticesEntriesTooShortForARow) {
+    Damaged f;
+    Page& page = f.pages.raw(f.first_leaf());
+    page[24] = 0;
+    page[28] = static_cast<std::uint8_t>(page[28] | 0x01); // an entry from 8 to 9
+    EXPECT_NE(f.walk_error().find("too short"), std::string::npos);
+}
+
+TEST(IndexTreeDamage, CheckTellsWhatDisagrees) {
+    Damaged f;
+    const PageNumber leaf = f.first_leaf();
+    put32(&f.pages.raw(leaf)[12], 77);
+    put16(&f.pages.raw(leaf)[2], 9);
+    std::string text = f.check_text();
+    EXPECT_NE(text.find("names page 77 before it"), std::string::npos) << text;
+    EXPECT_NE(text.find("states 9"), std::string::npos) << text;
+
+    Damaged order;
+    Page& page = order.pages.raw(order.first_leaf());
+    std::swap(page[480 + 4], page[480 + 9 + 4]);
+    text = order.check_text();
+    EXPECT_NE(text.find("out of order"), std::string::npos) << text;
+
+    Damaged copy;
+    copy.pages.raw(copy.root)[480 + 4] ^= 1;
+    text = copy.check_text();
+    EXPECT_NE(text.find("is not the last entry"), std::string::npos) << text;
+}
+
+TEST(IndexTreeDamage, SurvivesRandomBytes) {
+    std::mt19937 random(99);
+    int errors = 0;
+    for (int round = 0; round < 150; ++round) {
+        Damaged f;
+        f.pages.forgive();
+        for (auto spoiled = 1 + random() % 6; spoiled > 0; --spoiled) {
+            Page& page = f.pages.raw(1 + static_cast<PageNumber>(random() % (f.pages.page_count() - 1)));
+            // Mostly headers, where it hurts.
+            const std::size_t at = random() % 3 ? random() % 40 : random() % page.size();
+            page[at] = static_cast<std::uint8_t>(random() % 4 ? random() % 12 : random());
+        }
+        std::vector<PageNumber> owned;
+        f.tree.check(owned);
+        for (int i = 0; i < 60; ++i) {
+            const std::uint32_t number = random() % 6000;
+            try {
+                switch (random() % 4) {
+                case 0:
+                    f.tree.insert(number_key(number), row_number(number));
+                    break;
+                case 1:
+                    f.tree.erase(number_key(number / 3 * 3), row_number(number / 3));
+                    break;
+                case 2:
+                    f.tree.find_prefix(Key{0x7f, 0x80, 0x00, static_cast<std::uint8_t>(number >> 8)});
+                    break;
+                default:
+                    f.tree.walk([](auto, auto) { return true; });
+                }
+            } catch (const basic::RunTimeError& error) {
+                ASSERT_EQ(error.number(), 3049) << error.text();
+                ++errors;
+            }
+        }
+    }
+    EXPECT_GT(errors, 300);
+}
 
 } // namespace
 } // namespace tolva::jet

@@ -23,9 +23,8 @@ class MemoryIndexPages final : public jet::IndexPages {
     jet::PageRef read(jet::PageNumber page) const override { return pages_.at(page); }
 
     std::span<std::uint8_t> modify(jet::PageNumber page) override {
-        if (!in_use_.count(page))
+        if (!in_use_.count(page) && strict_)
             throw std::logic_error("a page is changed that is not in use");
-        ++changes_;
         pages_[page] = std::make_shared<jet::Page>(*pages_[page]); // what is held stays as it was
         return *pages_[page];
     }
@@ -44,22 +43,24 @@ class MemoryIndexPages final : public jet::IndexPages {
     }
 
     void release(jet::PageNumber page) override {
-        if (in_use_.erase(page) == 0)
+        if (in_use_.erase(page) > 0)
+            free_.insert(page);
+        else if (strict_)
             throw std::logic_error("a page is given back that is not in use");
-        free_.insert(page);
     }
 
     const std::set<jet::PageNumber>& in_use() const { return in_use_; }
-    std::size_t changes() const { return changes_; }
 
     /// For spoiling pages: no copy, no rules.
     jet::Page& raw(jet::PageNumber page) { return *pages_[page]; }
+    /// From now on what is done to pages that are not in use counts for nothing: spoilt pages lead there.
+    void forgive() { strict_ = false; }
 
   private:
     const jet::Format& format_;
     std::vector<std::shared_ptr<jet::Page>> pages_;
     std::set<jet::PageNumber> in_use_, free_;
-    std::size_t changes_ = 0;
+    bool strict_ = true;
 };
 
 } // namespace tolva::support
