@@ -182,8 +182,10 @@ std::vector<std::uint32_t> FilePager::blocks_to_save() const {
 void FilePager::write_pages() {
     const auto place = [&](PageNumber page) { return std::uint64_t{page} * format_->page_size; };
     Page first = *read(0);
-    mark_commit(*format_, first);
-    file_->write(0, first);
+    settle_commits(*format_, first);
+    Page marked = first;
+    mark_commit(*format_, marked);
+    file_->write(0, marked);
 
     std::vector<PageNumber> order;
     for (const auto& [page, content] : pending_)
@@ -204,7 +206,6 @@ void FilePager::write_pages() {
         file_->write(at, run);
     }
 
-    settle_commits(*format_, first);
     file_->write(0, first);
     file_->sync();
 }

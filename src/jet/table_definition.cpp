@@ -21,6 +21,8 @@ class DefinitionBytes {
   public:
     DefinitionBytes(const Pager& pager, PageNumber first) : pager_(pager), first_(first) {
         const Format& format = pager.format();
+        if (first == 0)
+            fail("is said to begin on page 0");
         for (PageNumber page = first; page != 0;) {
             if (std::find(pages_.begin(), pages_.end(), page) != pages_.end())
                 fail("its chain of pages runs in a circle");
