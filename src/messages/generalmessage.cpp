@@ -5,6 +5,7 @@
 #include "basic/text.h"
 #include "messages/generalmessagecreate.h"
 #include "messages/message_kind.h"
+#include "messages/open_record.h"
 
 namespace tolva::messages {
 
@@ -73,38 +74,8 @@ void generalmessage::Command2_Click() {
 }
 
 void generalmessage::Command3_Click() {
-    const struct {
-        MessageKind kind;
-        platform::Slot<module::RecordEntry>& screen;
-        dao::Database& database;
-        std::unique_ptr<dao::Recordset>& set;
-        std::string& query;
-        const char* order;
-        const char* not_found;
-    } ways[] = {
-        {listing_reminder, module_.listings, *module_.listingdb, module_.listingset, module_.listingquery,
-         " order by datelisted, last, first", "That Listing Does Not Exist"},
-        {prospect_reminder, module_.prospect, *module_.prospectdb, module_.prospectset, module_.prospectquery,
-         " order by dateacquired, last, first", "That Prospect Does Not Exist"},
-        {sold_reminder, module_.sold, *module_.solddb, module_.soldset, module_.soldquery,
-         " order by datesold, last, first", "That Customer Does Not Exist"},
-    };
-    const double kind = basic::leading_number(messagetype.text);
-    for (const auto& way : ways) {
-        if (kind != way.kind)
-            continue;
-        // Emptying the grid loads a screen that wasn't: it takes the first-load flag and the long caption.
-        way.screen->cleargrid();
-        way.query = "select * from [table] where id=" + basic::trim(customerid.text) + way.order;
-        way.set = way.database.OpenRecordset(way.query);
-        if (way.set->RecordCount() < 1) {
-            runtime().message(way.not_found, "Message");
-            return;
-        }
-        way.screen->creategrid("normal");
-        way.screen->show();
-        way.screen->clickgrid();
-    }
+    if (const auto way = way_to(module_, basic::leading_number(messagetype.text)))
+        open_record(module_, *way, basic::trim(customerid.text), true, &module::RecordEntry::clickgrid);
 }
 
 void generalmessage::on_unload() {

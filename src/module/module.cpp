@@ -18,7 +18,8 @@ Module::Module(platform::Runtime& runtime_, files::FileSystem& disk_, std::strin
       engine(disk, [this] { return this_year(); }), security(runtime), Form1(runtime), preferences(runtime),
       choosedate(runtime), zipcode(runtime), listingsearch(runtime), prospectsearch(runtime),
       addresssearch(runtime), listings(runtime), prospect(runtime), sold(runtime), addressbook(runtime),
-      generalmessagecreate(runtime) {
+      generalmessagecreate(runtime), planner(runtime), appointment(runtime), graph(runtime),
+      paymentcalculator(runtime) {
     runtime.make_durable = [this] { engine.commit(); };
 }
 
@@ -63,6 +64,19 @@ void Module::opendatabases() {
         labelrow.at(static_cast<std::size_t>(label)) = static_cast<std::uint8_t>(label / labels_across + 1);
     }
     printerready = runtime.host().printer_takes_font("Arial") ? 1 : 0;
+}
+
+void Module::loadplannerday(basic::Date date) {
+    PlannerFiles planner_files(disk, appfolder);
+    if (!planner_files.exists(date)) {
+        runtime.message("Creating Planner Database", "Please Wait");
+        planner_files.create(date);
+    }
+    plannerday = planner_files.read(date);
+}
+
+void Module::saveplannerday(basic::Date date) {
+    PlannerFiles(disk, appfolder).write(date, plannerday);
 }
 
 int Module::confirm(const std::string& text) {

@@ -8,12 +8,14 @@
 #include "dao/database.h"
 #include "dao/recordset.h"
 #include "files/file_system.h"
+#include "module/planner_day.h"
 #include "module/record_entry.h"
 #include "module/settings.h"
 #include "platform/runtime.h"
 
 namespace tolva::messages {
 class generalmessagecreate;
+class planner;
 } // namespace tolva::messages
 
 namespace tolva::module {
@@ -60,6 +62,11 @@ class Module {
     std::uint8_t messagekind = 0;
     /// The day picked last in `choosedate` as text; empty when it was left without picking.
     std::string chosendate;
+    /// The planner's day in memory.
+    PlannerDay plannerday;
+    /// The appointment that waits for a double click on a slot or line, however long.
+    std::string appointmentlink, appointmentname, appointmentlast, appointmentphone, appointmenttext;
+    bool appointmentpending = false;
     /// 1 when there is a printer to print on.
     int printerready = 0;
     /// Column (1 to 3) and row (1 to 10) of each label on a sheet; entry 0 is label 1.
@@ -72,6 +79,8 @@ class Module {
     platform::Slot<platform::Screen> listingsearch, prospectsearch, addresssearch;
     platform::Slot<RecordEntry> listings, prospect, sold, addressbook;
     platform::Slot<messages::generalmessagecreate> generalmessagecreate;
+    platform::Slot<messages::planner> planner;
+    platform::Slot<platform::Screen> appointment, graph, paymentcalculator;
 
     // --- Routines ---
 
@@ -82,6 +91,11 @@ class Module {
     void loadpreferences();
     /// Stamps `lastdate` with today, whatever the reason for saving.
     void savepreferences();
+
+    /// The day's record to and from `plannerday`. Loading makes the year's file when there is none of its
+    /// name.
+    void loadplannerday(basic::Date date);
+    void saveplannerday(basic::Date date);
 
     /// Asks with OK and Cancel under "Are You Sure?"; 1 for OK, 2 for Cancel.
     int confirm(const std::string& text);

@@ -23,6 +23,8 @@ class TextControl : public Control {
     std::function<void(int character)> on_key_press;
     /// The user changed the text.
     std::function<void()> on_change;
+    std::function<void()> on_double_click;
+    bool strike_out = false;
 
     /// Characters, counted from the start of the text. Setting them goes through `select`, so that the
     /// desktop can tell a wish from a mere caret position.
@@ -74,6 +76,7 @@ class ComboBox : public TextControl {
 
 class Label : public Control {
   public:
+    Label(Screen& screen, std::string name, int index) : Control(screen, std::move(name), index) {}
     Label(Screen& screen, std::string name, std::string caption_, int index = no_index)
         : Control(screen, std::move(name), index), caption(std::move(caption_)) {}
 

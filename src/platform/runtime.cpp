@@ -125,6 +125,23 @@ void Runtime::press_key(TextControl& control, int character) {
     run([&] { control.on_key_press(character); });
 }
 
+void Runtime::double_click(TextControl& control) {
+    run([&] {
+        move_focus(control);
+        if (control.on_double_click)
+            control.on_double_click();
+    });
+}
+
+void Runtime::select_tab(TabStrip& tabs, int tab) {
+    run([&] {
+        move_focus(tabs);
+        tabs.selected = tab;
+        if (tabs.on_click)
+            tabs.on_click();
+    });
+}
+
 void Runtime::click(Button& button) {
     if (!button.available())
         return;

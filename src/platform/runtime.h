@@ -10,6 +10,7 @@
 #include "platform/grid.h"
 #include "platform/host.h"
 #include "platform/screen.h"
+#include "platform/tab_strip.h"
 
 namespace tolva::platform {
 
@@ -45,6 +46,8 @@ class Runtime {
     void choose(OptionButton& button);
     /// A key that types `character` (13 for Enter) went to a text control.
     void press_key(TextControl& control, int character);
+    void double_click(TextControl& control);
+    void select_tab(TabStrip& tabs, int tab);
     /// A click or an access key: the focus moves there first, so the old control loses it before the click.
     void click(Button& button);
     /// A menu entry takes no focus.

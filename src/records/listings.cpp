@@ -205,6 +205,7 @@ listings::listings(module::Module& module)
                                         cellphone, workphone}));
     };
     m_schlet.on_click = [this] { schedule_letter(messages::listing_letter); };
+    bind_appointment(m_appointment, '1', {first, last, co_first, co_last}, homephone);
     // There is no import: the screen that this entry would show was never set.
     miport.on_click = [] { throw basic::RunTimeError(object_required); };
 }

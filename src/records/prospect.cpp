@@ -198,6 +198,7 @@ prospect::prospect(module::Module& module)
                          reminder_text({first, last, co_first, co_last}, "", contact()));
     };
     m_schlet.on_click = [this] { schedule_letter(messages::prospect_letter); };
+    bind_appointment(m_appointment, '2', {first, last, co_first, co_last}, homephone);
     // There is no import: the screen that this entry would show was never set.
     m_import.on_click = [] { throw basic::RunTimeError(object_required); };
     bind_views();

@@ -284,6 +284,22 @@ void RecordScreen::schedule_letter(std::uint8_t kind) {
     compose.customerid.text = id.text;
 }
 
+void RecordScreen::bind_appointment(platform::MenuEntry& entry, char digit, const OwnerFields& owners,
+                                    const platform::TextControl& homephone) {
+    if (!module_.appointment.exists())
+        return;
+    entry.on_click = [this, digit, owners, &homephone] {
+        savelisting();
+        module_.appointmentlink = digit + basic::trim(id.text);
+        module_.appointmentname = basic::trim(owners.first.text);
+        if (basic::trim(owners.co_last.text) == basic::trim(owners.last.text))
+            module_.appointmentname += " & " + basic::trim(owners.co_first.text);
+        module_.appointmentlast = basic::trim(owners.last.text);
+        module_.appointmentphone = basic::trim(homephone.text);
+        module_.appointment().show();
+    };
+}
+
 // --- Walking the records ---
 
 void RecordScreen::bind_navigation(const Navigation& buttons) {

@@ -121,8 +121,8 @@ class RecordScreen : public module::RecordEntry {
     /// The date button of the last contact also stamps the contact history.
     void bind_contact_button(platform::Button& button, platform::TextControl& field,
                              platform::TextControl& history);
-    /// The search entry unloads this screen, which shows the main menu, and shows the search over it. Where the
-    /// program has no such search the entry stays without an action.
+    /// The search entry unloads this screen, which shows the main menu, and shows the search over it. Where
+    /// the program has no such search the entry stays without an action.
     void bind_search(platform::MenuEntry& entry, platform::Slot<platform::Screen>& search);
     /// Enter in the city completes it from the zip codes.
     void bind_city(const CityFields& fields);
@@ -157,6 +157,10 @@ class RecordScreen : public module::RecordEntry {
     /// The scheduling entries: the compose dialog, prepared for this customer.
     void schedule_message(std::uint8_t kind, const std::string& text);
     void schedule_letter(std::uint8_t kind);
+    /// The appointment entry: saves the record and asks for the day; `digit` says in the link whose customer
+    /// it is. Stays without an action where the program has no planner.
+    void bind_appointment(platform::MenuEntry& entry, char digit, const OwnerFields& owners,
+                          const platform::TextControl& homephone);
     void show_query(const std::string& query);
     /// A ready-made view: its caption, and the rows of its query.
     void show_view(const char* view_caption, const std::string& query);

@@ -238,6 +238,7 @@ sold::sold(module::Module& module)
                          reminder_text({first, last, co_first, co_last}, "", contact()));
     };
     m_schlet.on_click = [this] { schedule_letter(messages::sold_letter); };
+    bind_appointment(m_setappointment, '3', {first, last, co_first, co_last}, homephone);
     bind_views();
 }
 

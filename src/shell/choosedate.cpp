@@ -20,7 +20,8 @@ void choosedate::on_load() {
 
 /// Whatever way it is left without picking, nothing is chosen.
 void choosedate::on_unload() {
-    if (!picked_) module_.chosendate.clear();
+    if (!picked_)
+        module_.chosendate.clear();
 }
 
 } // namespace tolva::shell

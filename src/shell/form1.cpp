@@ -2,6 +2,7 @@
 
 #include "messages/generalmessagecreate.h"
 #include "messages/message_kind.h"
+#include "messages/planner.h"
 #include "messages/poll.h"
 
 namespace tolva::shell {
@@ -13,6 +14,13 @@ Form1::Form1(module::Module& module)
     bind_screen(Command7, module_.sold);
     bind_screen(Command1, module_.addressbook);
     bind_screen(Command10, module_.preferences);
+    bind_screen(Command4, module_.paymentcalculator);
+    bind_screen(Command6, module_.graph);
+    if (module_.planner.exists())
+        Command2.on_click = [this] {
+            module_.planner().show();
+            module_.planner().open_day(module_.today());
+        };
     Command11.on_click = [this] {
         module_.messagekind = messages::general_reminder;
         module_.generalmessagecreate().show();
