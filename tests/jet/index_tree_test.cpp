@@ -19,7 +19,14 @@ namespace {
 
 constexpr PageNumber table_page = 42;
 
-using Model = std::set<std::pair<Key, RowId>>;
+struct EntryLess {
+    bool operator()(const std::pair<Key, RowId>& a, const std::pair<Key, RowId>& b) const {
+        if (a.first == b.first)
+            return a.second < b.second;
+        return std::lexicographical_compare(a.first.begin(), a.first.end(), b.first.begin(), b.first.end());
+    }
+};
+using Model = std::set<std::pair<Key, RowId>, EntryLess>;
 
 struct Fixture {
     support::MemoryIndexPages pages;
