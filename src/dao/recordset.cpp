@@ -172,9 +172,12 @@ const jet::RowReader& Recordset::current_reader() const {
 }
 
 std::size_t Recordset::column(const std::string& name) const {
+    if (const auto known = columns_.find(name); known != columns_.end())
+        return known->second;
     const auto found = table_.find_column(name);
     if (!found)
         throw RunTimeError(unknown_name);
+    columns_.emplace(name, *found);
     return *found;
 }
 

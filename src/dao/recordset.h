@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "dao/field_value.h"
@@ -100,6 +101,9 @@ class Recordset {
     Pending pending_ = Pending::none;
     jet::Row buffer_;
     std::vector<bool> written_;
+
+    /// Names as they were asked for, since a walk asks for the same ones on each row.
+    mutable std::unordered_map<std::string, std::size_t> columns_;
 
     /// A reader on the current row, good until a move or a change of the store.
     mutable std::unique_ptr<jet::RowReader> reader_;
