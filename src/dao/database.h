@@ -22,7 +22,8 @@ class Database {
     Database& operator=(const Database&) = delete;
 
     /// `source` is a table's name, in brackets or without (a table-type set: rows in page and slot order), or
-    /// a query text (an updatable dynaset). The set stands on its first row when there is one. The errors are
+    /// a query text (an updatable dynaset; its fields are all the table's columns, whatever the query lists).
+    /// The set stands on its first row when there is one. The errors are
     /// those of the query language and of the store.
     std::unique_ptr<Recordset> OpenRecordset(const std::string& source);
 
