@@ -275,12 +275,18 @@ class StructureCheck {
         const bool understood = table.indexes().understands(place);
         using Entry = std::pair<RowId, Key>;
         std::vector<Entry> there, expected;
+        // A longer key is that of a program which knows no limit; then only the row counts.
+        constexpr std::size_t longest_key = 510;
+        std::set<RowId> unlimited;
         tree.walk([&](std::span<const std::uint8_t> key, RowId row) {
-            there.emplace_back(RowId{row.page, row.slot}, understood ? Key(key.begin(), key.end()) : Key{});
+            if (key.size() > longest_key)
+                unlimited.insert(row);
+            const bool counts = understood && key.size() <= longest_key;
+            there.emplace_back(row, counts ? Key(key.begin(), key.end()) : Key{});
             return true;
         });
         for (const auto& [id, row] : rows) {
-            if (!understood) {
+            if (!understood || unlimited.count(id) != 0) {
                 expected.emplace_back(id, Key{});
                 continue;
             }

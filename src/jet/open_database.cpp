@@ -115,8 +115,8 @@ StoredTable& OpenDatabase::stored_table(const std::string& name) {
                                     [&](const Entry& e) { return basic::lower(e.name) == folded; });
     if (entry == catalog_.end())
         throw basic::RunTimeError(3078, name);
-    auto& place = tables_[entry->page];
-    if (!place) {
+    auto place = tables_.find(entry->page);
+    if (place == tables_.end()) {
         TableDefinition definition = read_table_definition(pager_, entry->page);
         const auto rules = read_column_properties(entry->properties);
         for (Column& column : definition.columns) {
@@ -126,9 +126,10 @@ StoredTable& OpenDatabase::stored_table(const std::string& name) {
             column.required = rule->second.required;
             column.zero_length = rule->second.zero_length;
         }
-        place = std::make_unique<StoredTable>(pager_, space_, entry->name, std::move(definition));
+        auto table = std::make_unique<StoredTable>(pager_, space_, entry->name, std::move(definition));
+        place = tables_.emplace(entry->page, std::move(table)).first;
     }
-    return *place;
+    return *place->second;
 }
 
 void OpenDatabase::commit() {

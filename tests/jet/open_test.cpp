@@ -330,7 +330,7 @@ TEST_F(Hostile, ATableDefinitionThatRunsInACircleIsDamage) {
     wide.name = "Wide";
     for (int i = 0; i < 255; ++i)
         wide.columns.push_back(column("a long name for a column " + std::to_string(i), ColumnType::integer));
-    JetFile file({wide});
+    JetFile file({wide, one_table()});
     file.close();
     files::Bytes content = file.content();
     // The second page of the definition points back to the first.
@@ -344,6 +344,11 @@ TEST_F(Hostile, ATableDefinitionThatRunsInACircleIsDamage) {
     file.put(content);
     file.open();
     EXPECT_EQ(error_of([&] { file.table("Wide"); }), 3049);
+    // The table beside it is none the worse.
+    file.table("Table").insert({std::int64_t{1}, std::string("x"), {}});
+    file.database().commit();
+    EXPECT_EQ(error_of([&] { file.table("Wide"); }), 3049);
+    EXPECT_EQ(file.table("Table").row_count(), 1u);
 }
 
 } // namespace
