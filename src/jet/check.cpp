@@ -161,6 +161,9 @@ class StructureCheck {
                 const RowView fields(pager_, where, record.bytes);
                 for (std::size_t i = 0; i < row.size(); ++i)
                     row[i] = check_field(definition.columns[i], fields, where, long_values[i]);
+                for (const std::size_t i : table.indexes().columns())
+                    if (definition.columns[i].is_long())
+                        row[i] = decode_column(pager_, where, definition.columns[i], fields);
                 rows.emplace_back(id, std::move(row));
             });
         }
@@ -175,14 +178,9 @@ class StructureCheck {
     }
 
     Value check_field(const Column& column, const RowView& fields, PageNumber where, Uses& uses) {
-        if (column.type == ColumnType::boolean)
-            return !fields.is_null(column);
-        if (fields.is_null(column))
-            return {};
-        const auto field = fields.field(column);
-        if (!column.is_long())
-            return decode_field(pager_, where, column, field);
-        const LongValueHead head = read_long_value_head(pager_, where, field);
+        if (!column.is_long() || fields.is_null(column))
+            return decode_column(pager_, where, column, fields);
+        const LongValueHead head = read_long_value_head(pager_, where, fields.field(column));
         bool first = true;
         visit_long_value(pager_, where, head, [&](RecordPlace place, std::span<const std::uint8_t>) {
             ++uses[place];
@@ -276,7 +274,6 @@ class StructureCheck {
         using Entry = std::pair<RowId, Key>;
         std::vector<Entry> there, expected;
         // A longer key is that of a program which knows no limit; then only the row counts.
-        constexpr std::size_t longest_key = 510;
         std::set<RowId> unlimited;
         tree.walk([&](std::span<const std::uint8_t> key, RowId row) {
             if (key.size() > longest_key)

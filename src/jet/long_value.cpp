@@ -5,6 +5,7 @@
 #include "basic/run_time_error.h"
 #include "jet/bytes.h"
 #include "jet/damage.h"
+#include "jet/text_codec.h"
 
 namespace tolva::jet {
 namespace {
@@ -90,6 +91,21 @@ std::vector<std::uint8_t> read_long_value(const Pager& pager, PageNumber where,
     visit_long_value(pager, where, head, [&](RecordPlace, std::span<const std::uint8_t> piece) {
         bytes.insert(bytes.end(), piece.begin(), piece.end());
     });
+    return bytes;
+}
+
+Value decode_column(const Pager& pager, PageNumber where, const Column& column, const RowView& row) {
+    const bool null = row.is_null(column);
+    if (column.type == ColumnType::boolean)
+        return !null;
+    if (null)
+        return {};
+    const auto field = row.field(column);
+    if (!column.is_long())
+        return decode_field(pager, where, column, field);
+    std::vector<std::uint8_t> bytes = read_long_value(pager, where, field);
+    if (column.type == ColumnType::memo)
+        return decode_text(bytes);
     return bytes;
 }
 

@@ -8,6 +8,7 @@
 #include "jet/data_page.h"
 #include "jet/pager.h"
 #include "jet/record_store.h"
+#include "jet/row_codec.h"
 #include "jet/table_definition.h"
 
 namespace tolva::jet {
@@ -34,6 +35,9 @@ LongValueHead read_long_value_head(const Pager& pager, PageNumber where, std::sp
 /// circle or is not as long as its head says.
 std::vector<std::uint8_t> read_long_value(const Pager& pager, PageNumber where,
                                           std::span<const std::uint8_t> field);
+
+/// Any column of a row, long values included; null where the row has none.
+Value decode_column(const Pager& pager, PageNumber where, const Column& column, const RowView& row);
 
 /// Calls `visit` with each record outside the row that the value uses, in order, and what it holds of the
 /// value. Same errors.

@@ -4,7 +4,6 @@
 
 #include "jet/damage.h"
 #include "jet/long_value.h"
-#include "jet/text_codec.h"
 
 namespace tolva::jet {
 
@@ -15,19 +14,8 @@ void StoredRow::stand_on(Record record, PageNumber page) {
     view_.emplace(table_.pager_, page, record_.bytes);
 }
 
-Value StoredRow::value(std::size_t place) const {
-    const Column& column = table_.definition_.columns[place];
-    const bool null = view_->is_null(column);
-    if (column.type == ColumnType::boolean)
-        return !null;
-    if (null)
-        return {};
-    const auto field = view_->field(column);
-    if (!column.is_long())
-        return decode_field(table_.pager_, page_, column, field);
-    if (column.type == ColumnType::ole)
-        return read_long_value(table_.pager_, page_, field);
-    return decode_text(read_long_value(table_.pager_, page_, field));
+Value StoredRow::value(std::size_t column) const {
+    return decode_column(table_.pager_, page_, table_.definition_.columns[column], *view_);
 }
 
 TableScan::TableScan(const StoredTable& table)

@@ -192,9 +192,8 @@ std::vector<RowId> StoredTable::find(std::size_t index, std::span<const Value> v
             number && definition_.columns[shape.parts[i].column].type == ColumnType::single_real)
             *number = static_cast<float>(*number);
     const Key prefix = indexes().prefix(real, wanted);
-    // Of a longer key the entries hold no more than a start and a sum.
-    constexpr std::size_t surely_whole = 500;
-    if (prefix.size() > surely_whole)
+    // Of a long key the entries hold no more than a start and a sum; the rows themselves decide.
+    if (prefix.size() >= kept_of_long_key)
         return find_by_scan(shape, values);
 
     MappedIndexPages pages = indexes().pages(real);
@@ -205,22 +204,25 @@ std::vector<RowId> StoredTable::find(std::size_t index, std::span<const Value> v
     return rows;
 }
 
-std::vector<RowId> StoredTable::find_by_scan(const RealIndex& index, std::span<const Value> values) const {
-    const auto equal = [](const Value& a, const Value& b) {
-        const auto* text = std::get_if<std::string>(&a);
-        const auto* other = std::get_if<std::string>(&b);
-        if (!text || !other)
-            return a == b;
-        return compare_text(*text, *other, TextOrder::general_jet4) == std::weak_ordering::equivalent;
-    };
-    std::vector<RowId> rows;
-    for (const auto row = scan(); row->next();) {
-        bool matches = true;
-        for (std::size_t i = 0; matches && i < values.size(); ++i)
-            matches = equal(row->value(index.parts[i].column), values[i]);
-        if (matches)
-            rows.push_back(row->id());
+bool StoredTable::matches(const RowReader& row, const RealIndex& index, std::span<const Value> values) const {
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const Value value = row.value(index.parts[i].column);
+        const auto* text = std::get_if<std::string>(&value);
+        const auto* other = std::get_if<std::string>(&values[i]);
+        const bool equal = text && other ? compare_text(*text, *other, TextOrder::general_jet4) ==
+                                               std::weak_ordering::equivalent
+                                         : value == values[i];
+        if (!equal)
+            return false;
     }
+    return true;
+}
+
+std::vector<RowId> StoredTable::find_by_scan(const RealIndex& index, std::span<const Value> values) const {
+    std::vector<RowId> rows;
+    for (const auto row = scan(); row->next();)
+        if (matches(*row, index, values))
+            rows.push_back(row->id());
     return rows;
 }
 

@@ -54,6 +54,8 @@ class StoredTable final : public Table {
     using Lives = std::map<std::pair<PageNumber, std::uint8_t>, std::uint16_t>;
 
     void check_writable() const;
+    /// Whether the first columns of an index have these values in a row.
+    bool matches(const RowReader& row, const RealIndex& index, std::span<const Value> values) const;
     std::vector<RowId> find_by_scan(const RealIndex& index, std::span<const Value> values) const;
 
     FilePager& pager_;

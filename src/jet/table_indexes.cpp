@@ -30,6 +30,7 @@ std::optional<KeyPart> key_part(const Column& column, bool descending) {
     case ColumnType::numeric:
         return part;
     case ColumnType::text:
+    case ColumnType::memo:
         if (column.text_order != general_order || column.text_order_version != 0)
             return std::nullopt;
         part.order = TextOrder::general_jet4;
@@ -194,7 +195,8 @@ void TableIndexes::update(const Keys& old, const Keys& keys, RowId row) {
 }
 
 Key TableIndexes::prefix(std::size_t index, std::span<const Value> values) const {
-    return make_key(std::span(parts_[index]).first(std::min(values.size(), parts_[index].size())), values);
+    return search_prefix(std::span(parts_[index]).first(std::min(values.size(), parts_[index].size())),
+                         values);
 }
 
 } // namespace tolva::jet

@@ -60,7 +60,7 @@ class TableIndexes {
     void erase(const Keys& keys, RowId row);
     void update(const Keys& old, const Keys& keys, RowId row);
 
-    /// The key of the first columns of an index.
+    /// What every key begins with whose first columns have these values.
     Key prefix(std::size_t index, std::span<const Value> values) const;
     IndexTree tree(std::size_t index, MappedIndexPages& pages) const;
     MappedIndexPages pages(std::size_t index) const;

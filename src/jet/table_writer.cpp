@@ -40,13 +40,8 @@ TableWriter::Standing TableWriter::find(RecordPlace place) const {
 Row TableWriter::indexed_values(PageNumber where, std::span<const std::uint8_t> bytes) const {
     const RowView view(pager_, where, bytes);
     Row values(definition_.columns.size());
-    for (const std::size_t place : indexes_.columns()) {
-        const Column& column = definition_.columns[place];
-        if (column.type == ColumnType::boolean)
-            values[place] = !view.is_null(column);
-        else if (!view.is_null(column) && !column.is_long())
-            values[place] = decode_field(pager_, where, column, view.field(column));
-    }
+    for (const std::size_t place : indexes_.columns())
+        values[place] = decode_column(pager_, where, definition_.columns[place], view);
     return values;
 }
 
@@ -277,7 +272,9 @@ Row TableWriter::stored_values(std::span<const StoredField> fields) const {
         const Column& column = definition_.columns[place];
         if (column.type == ColumnType::boolean)
             values[place] = !fields[place].null;
-        else if (!fields[place].null && !column.is_long())
+        else if (column.type == ColumnType::memo && !fields[place].null)
+            values[place] = decode_text(fields[place].bytes);
+        else if (!fields[place].null)
             values[place] = decode_field(pager_, definition_.page, column, fields[place].bytes);
     }
     return values;

@@ -216,6 +216,47 @@ TEST(TableIndex, AnUnknownTextOrderIsReadButNotWritten) {
     EXPECT_EQ(findings(file.database()), "");
 }
 
+TEST(TableIndex, LongTextsAreFoundAndToldApart) {
+    TableSchema schema;
+    schema.name = "Long";
+    schema.columns = {column("text", ColumnType::text, 255), column("other", ColumnType::text, 255)};
+    schema.indexes = {index("both", {"text", "other"})};
+    schema.indexes[0].unique = true;
+    JetFile file({schema});
+    Table& table = file.table("Long");
+    // Greek takes two bytes of key for each letter, so that these keys are cut.
+    std::string start;
+    for (int i = 0; i < 250; ++i)
+        start += "\xce\xb1";
+    std::vector<RowId> ids;
+    for (int i = 0; i < 40; ++i)
+        ids.push_back(table.insert({start + "\xce\xb2", start + std::to_string(i)}));
+    const auto find = [&](std::vector<Value> values) { return table.find(0, values); };
+    EXPECT_EQ(find({start + "\xce\xb2"}), ids);
+    EXPECT_EQ(find({start + "\xce\xb3"}), std::vector<RowId>{});
+    EXPECT_EQ(find({start + "\xce\xb2", start + "7"}), std::vector<RowId>{ids[7]});
+    EXPECT_EQ(error_of([&] { table.insert({start + "\xce\xb2", start + "7"}); }), 3022);
+    for (const RowId& id : ids)
+        table.erase(id);
+    EXPECT_EQ(findings(file.database()), "");
+}
+
+TEST(TableIndex, AMemoCanBeIndexed) {
+    TableSchema schema = people();
+    schema.indexes.push_back(index("notes", {"notes"}));
+    JetFile file({schema});
+    Table& table = file.table("People");
+    const RowId a = table.insert(person(1, "a", {}, {}, std::string("short")));
+    const RowId b = table.insert(person(2, "b", {}, {}, std::string(5000, 'x')));
+    EXPECT_EQ(table.find(3, std::vector<Value>{std::string("SHORT")}), std::vector<RowId>{a});
+    table.update(a, person(1, "a", {}, {}, std::string(300, 'y')));
+    EXPECT_EQ(table.find(3, std::vector<Value>{std::string("short")}), std::vector<RowId>{});
+    EXPECT_EQ(findings(file.database()), "");
+    table.erase(b);
+    table.erase(a);
+    EXPECT_EQ(findings(file.database()), "");
+}
+
 TEST(TableIndex, SeveralLogicalIndexesMayShareOneTree) {
     TOLVA_NEEDS_SAMPLE("mdb/indexTestV2000.mdb");
     const support::TemporaryFolder folder;
