@@ -192,8 +192,7 @@ TEST_F(Poll, ATickIsSafeWhileAQuestionStands) {
 
 TEST_F(Poll, ABrokenStoreEndsTheProgramOnTheTick) {
     desk.start();
-    desk.module().messagedb.reset();
-    desk.module().messagedb = desk.module().engine.Workspaces(0).OpenDatabase(desk.data_file("zipcodes.mdb"));
+    desk.module().messagedb = std::move(desk.module().zipdb);
     desk.wait_minutes(1);
     ASSERT_TRUE(desk.host.error);
     EXPECT_EQ(desk.host.error->number, 3061);

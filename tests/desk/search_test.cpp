@@ -202,7 +202,8 @@ class ProspectSearch : public testing::Test {
   protected:
     ProspectSearch() {
         desk.start();
-        desk.module().prospectsearch().show();
+        desk.click(desk.menu().Command3);
+        desk.choose(static_cast<records::prospect&>(desk.module().prospect()).m_searchprospect);
     }
     search::prospectsearch& screen() {
         return static_cast<search::prospectsearch&>(desk.module().prospectsearch());
@@ -380,7 +381,8 @@ class AddressSearch : public testing::Test {
   protected:
     AddressSearch() {
         desk.start();
-        desk.module().addresssearch().show();
+        desk.click(desk.menu().Command1);
+        desk.choose(static_cast<records::addressbook&>(desk.module().addressbook()).m_search);
     }
     search::addresssearch& screen() {
         return static_cast<search::addresssearch&>(desk.module().addresssearch());

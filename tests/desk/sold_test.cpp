@@ -197,12 +197,12 @@ TEST_F(Sold, ALoadFormatsTheMoneyAndWorksOutTheNetAfresh) {
 TEST_F(Sold, ANewSalesIdIsTheListingsCounterSoIdsRepeat) {
     desk.module().settings.listing_counter = 41;
     desk.module().savepreferences();
-    desk.module().settings.p_bdayschedule = 0;
     desk.choose(screen().m_newcustomer);
     EXPECT_EQ(screen().id.text, "41");
     EXPECT_EQ(stored()[0].at("id"), "41");
     EXPECT_EQ(desk.stored_settings()["sold_counter"], "1");
     desk.type(screen().last, "First");
+    desk.host.answers = {2, 2};
     desk.click(screen().Command5);
     desk.choose(screen().m_newcustomer);
     EXPECT_EQ(desk.stored_settings()["sold_counter"], "2");
@@ -217,6 +217,8 @@ TEST_F(Sold, ANewSalesIdIsTheListingsCounterSoIdsRepeat) {
 }
 
 TEST_F(Sold, BirthdaysAreNeverWrittenAndServeTheReminders) {
+    desk.module().settings.listing_counter = 7;
+    desk.module().savepreferences();
     desk.choose(screen().m_newcustomer);
     desk.type(screen().birthday, "12/24/1960");
     desk.host.answers = {1};

@@ -45,7 +45,7 @@ TEST(Stores, ADamagedFileIsReportedWithFilePageAndReason) {
     desk.start();
     ASSERT_TRUE(desk.host.error);
     EXPECT_NE(desk.host.error->text.find("listings.mdb"), std::string::npos) << desk.host.error->text;
-    EXPECT_NE(desk.host.error->text.find("page"), std::string::npos) << desk.host.error->text;
+    EXPECT_NE(desk.host.error->text.find("Page 2: "), std::string::npos) << desk.host.error->text;
 }
 
 TEST(Stores, AnEmptySettingsTableKeepsTheProgramFromStarting) {
