@@ -57,8 +57,8 @@ class FileSystem {
     virtual bool exists(const std::string& path) const = 0;
     virtual bool exists_exactly(const std::string& path) const = 0;
     virtual void remove(const std::string& path) = 0;
-    /// Takes the place of a file that has the new name. That name is made as spelled: where letter case counts,
-    /// beside one that differs in it.
+    /// Takes the place of a file that has the new name. That name is made as spelled: where letter case
+    /// counts, beside one that differs in it.
     virtual void rename(const std::string& from, const std::string& to) = 0;
     virtual void make_folder(const std::string& path) = 0;
 

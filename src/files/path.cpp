@@ -29,6 +29,8 @@ std::string folder_of(std::string_view path) {
         return {};
     if (slash == 0)
         return "/";
+    if (slash == 2 && path[1] == ':') // the root of a drive keeps its slash
+        return std::string(path.substr(0, 3));
     return std::string(path.substr(0, slash));
 }
 

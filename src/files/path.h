@@ -11,7 +11,7 @@ namespace tolva::files {
 /// Backslashes become slashes, doubled ones single, a closing one goes (but for the root's own).
 std::string with_slashes(std::string_view path);
 
-/// The folder of a slashed path: "" for a plain name, "/" for a name in the root.
+/// The folder of a slashed path: "" for a plain name, "/" or "C:/" for a name in a root.
 std::string folder_of(std::string_view path);
 std::string name_of(std::string_view path);
 std::string join(std::string_view folder, std::string_view name);

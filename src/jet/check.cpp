@@ -40,6 +40,8 @@ class StructureCheck {
   private:
     /// How often a record of a page is pointed to.
     using Uses = std::map<RecordPlace, int>;
+    /// The rows of a table with their keys in each index.
+    using Rows = std::vector<std::pair<RowId, TableIndexes::Keys>>;
 
     void say(PageNumber page, const std::string& reason) {
         findings_.push_back(pager_.path() + ": page " + std::to_string(page) + ": " + reason);
@@ -121,7 +123,7 @@ class StructureCheck {
 
         std::vector<Uses> long_values(definition.columns.size());
         Uses moved;
-        std::vector<std::pair<RowId, Row>> rows;
+        Rows rows;
         for (const PageNumber page : pages)
             guarded([&] { check_rows(table, page, moved, long_values, rows); });
         check_moved_rows(pages, moved);
@@ -136,7 +138,7 @@ class StructureCheck {
     }
 
     void check_rows(const StoredTable& table, PageNumber page, Uses& moved, std::vector<Uses>& long_values,
-                    std::vector<std::pair<RowId, Row>>& rows) {
+                    Rows& rows) {
         const TableDefinition& definition = table.definition();
         const PageRef bytes = pager_.read(page);
         const DataPageView view(pager_.format(), pager_.path(), page, *bytes);
@@ -164,7 +166,7 @@ class StructureCheck {
                 for (const std::size_t i : table.indexes().columns())
                     if (definition.columns[i].is_long())
                         row[i] = decode_column(pager_, where, definition.columns[i], fields);
-                rows.emplace_back(id, std::move(row));
+                rows.emplace_back(id, table.indexes().keys_as_stored(row));
             });
         }
     }
@@ -240,8 +242,7 @@ class StructureCheck {
         }
     }
 
-    void check_index(const StoredTable& table, std::size_t place,
-                     const std::vector<std::pair<RowId, Row>>& rows, const std::string& name) {
+    void check_index(const StoredTable& table, std::size_t place, const Rows& rows, const std::string& name) {
         const RealIndex& index = table.definition().real_indexes[place];
         const std::string owner = "index " + std::to_string(place) + " of " + name;
         check_map_place(index.owned_map, table.definition().page);
@@ -267,8 +268,8 @@ class StructureCheck {
         check_entries(table, place, tree, rows, owner);
     }
 
-    void check_entries(const StoredTable& table, std::size_t place, const IndexTree& tree,
-                       const std::vector<std::pair<RowId, Row>>& rows, const std::string& owner) {
+    void check_entries(const StoredTable& table, std::size_t place, const IndexTree& tree, const Rows& rows,
+                       const std::string& owner) {
         const PageNumber root = table.definition().real_indexes[place].root;
         const bool understood = table.indexes().understands(place);
         using Entry = std::pair<RowId, Key>;
@@ -282,14 +283,13 @@ class StructureCheck {
             there.emplace_back(row, counts ? Key(key.begin(), key.end()) : Key{});
             return true;
         });
-        for (const auto& [id, row] : rows) {
+        for (const auto& [id, keys] : rows) {
             if (!understood || unlimited.count(id) != 0) {
                 expected.emplace_back(id, Key{});
                 continue;
             }
-            auto keys = table.indexes().keys_as_stored(row);
             if (keys[place])
-                expected.emplace_back(id, std::move(*keys[place]));
+                expected.emplace_back(id, *keys[place]);
         }
         std::sort(there.begin(), there.end());
         std::sort(expected.begin(), expected.end());

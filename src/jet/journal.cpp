@@ -5,6 +5,7 @@
 #include <random>
 #include <span>
 
+#include "files/path.h"
 #include "jet/bytes.h"
 #include "jet/damage.h"
 
@@ -40,17 +41,11 @@ std::uint64_t new_salt() {
     return static_cast<std::uint64_t>(source()) << 32 | source();
 }
 
-std::string folder_of(const std::string& path) {
-    const auto slash = path.find_last_of("/\\");
-    if (slash == std::string::npos)
-        return ".";
-    return slash == 0 ? "/" : path.substr(0, slash);
-}
-
 } // namespace
 
 Journal::Journal(files::FileSystem& disk, const std::string& database_path)
-    : disk_(disk), path_(database_path + "-journal"), folder_(folder_of(database_path)) {}
+    : disk_(disk), path_(database_path + "-journal"),
+      folder_(files::folder_of(files::with_slashes(database_path))) {}
 
 bool Journal::exists() const {
     return disk_.exists_exactly(path_);
