@@ -6,8 +6,12 @@
 #include <string>
 #include <vector>
 
+#include "analysis/graph.h"
+#include "analysis/paymentcalculator.h"
+#include "messages/appointment.h"
 #include "messages/generalmessage.h"
 #include "messages/generalmessagecreate.h"
+#include "messages/planner.h"
 #include "module/module.h"
 #include "records/addressbook.h"
 #include "records/listings.h"
@@ -165,6 +169,11 @@ class Desk {
         runtime_ = std::make_unique<platform::Runtime>(host, clock);
         module_ = std::make_unique<module::Module>(*runtime_, *disk, folder.path().string());
         shell::assemble(*module_);
+        auto& all = *module_;
+        all.planner.make = [&all] { return std::make_unique<messages::planner>(all); };
+        all.appointment.make = [&all] { return std::make_unique<messages::appointment>(all); };
+        all.graph.make = [&all] { return std::make_unique<analysis::graph>(all); };
+        all.paymentcalculator.make = [&all] { return std::make_unique<analysis::paymentcalculator>(all); };
     }
 
     std::unique_ptr<platform::Runtime> runtime_;

@@ -1,0 +1,217 @@
+#include <gtest/gtest.h>
+
+#include "analysis/graph.h"
+#include "analysis/mortgage.h"
+#include "analysis/paymentcalculator.h"
+#include "basic/run_time_error.h"
+#include "support/desk.h"
+
+namespace tolva {
+namespace {
+
+using basic::make_date;
+using support::Desk;
+using Texts = std::vector<std::string>;
+
+// --- The payment calculator ---
+
+class PaymentCalculator : public testing::Test {
+  protected:
+    PaymentCalculator() {
+        desk.start();
+        desk.click(desk.menu().Command4);
+    }
+    analysis::paymentcalculator& screen() {
+        return static_cast<analysis::paymentcalculator&>(desk.module().paymentcalculator());
+    }
+    std::string calculate(const std::string& amount, const std::string& rate, const std::string& years) {
+        desk.type(screen().amountfinanced, amount);
+        desk.type(screen().interestrate, rate);
+        desk.type(screen().terminmonths, years);
+        desk.click(screen().Command2);
+        title = desk.host.boxes.back().title;
+        return desk.host.boxes.back().text;
+    }
+
+    Desk desk;
+    std::string title;
+};
+
+TEST_F(PaymentCalculator, ALevelPayment) {
+    EXPECT_EQ(calculate("100000", "6", "30"), "$599.55");
+    EXPECT_EQ(title, "Payment");
+}
+
+TEST_F(PaymentCalculator, AfterClearTheDaysAreGoneAndThePaymentIsLower) {
+    calculate("100000", "6", "30");
+    desk.click(screen().Command1);
+    EXPECT_EQ(screen().amountfinanced.text + screen().interestrate.text + screen().terminmonths.text, "");
+    EXPECT_EQ(screen().daysuntilfirstpayment.text, "");
+    EXPECT_EQ(calculate("100000", "6", "30"), "$596.57");
+    desk.click(screen().Command3);
+    desk.click(desk.menu().Command4);
+    EXPECT_EQ(calculate("100000", "6", "30"), "$599.55") << "opened anew the days are back";
+}
+
+TEST_F(PaymentCalculator, WithoutARateTheAmountIsDividedByTheMonths) {
+    EXPECT_EQ(calculate("1200", "0", "1"), "$100.00");
+    EXPECT_EQ(calculate("1200", "six", "1"), "$100.00") << "a rate in words reads as 0";
+    EXPECT_EQ(calculate("100000", "6%", "30"), "$599.55");
+}
+
+TEST_F(PaymentCalculator, ATermOfNothingIsInvalidWithAndWithoutARate) {
+    for (const char* rate : {"6", "0", "5.25", "7.125"}) {
+        EXPECT_EQ(calculate("100000", rate, "0"), "Invalid Numbers") << rate;
+        EXPECT_EQ(title, "Error");
+    }
+    EXPECT_EQ(screen().amountfinanced.text, "100000");
+}
+
+TEST_F(PaymentCalculator, AnEmptyAmountPaysNothing) {
+    EXPECT_EQ(calculate("", "6", "30"), "$0.00");
+}
+
+TEST_F(PaymentCalculator, WhatNoCurrencyHoldsIsInvalid) {
+    EXPECT_EQ(calculate("1e15", "6", "30"), "Invalid Numbers");
+    EXPECT_EQ(calculate("100000", "6", "1e300"), "Invalid Numbers");
+}
+
+TEST_F(PaymentCalculator, TheTextsAndTheWayBack) {
+    EXPECT_EQ(screen().caption, "Payment Calculator");
+    EXPECT_EQ(screen().Command2.caption, "Calculate Payment");
+    EXPECT_EQ(screen().Command1.caption, "&Clear Form");
+    EXPECT_EQ(screen().Command3.caption, "EXIT");
+    EXPECT_FALSE(screen().daysuntilfirstpayment.visible);
+    for (platform::TextBox* box :
+         {&screen().amountfinanced, &screen().interestrate, &screen().terminmonths}) {
+        desk.runtime().focus(*box);
+        EXPECT_EQ(box->selection_wishes(), 1u);
+    }
+    desk.click(screen().Command3);
+    EXPECT_EQ(desk.host.shown.back().screen, "Form1");
+}
+
+TEST(Mortgage, ALongerFirstPeriodCostsSimpleInterest) {
+    basic::Currency none;
+    const auto payment = [&](double days) {
+        return std::stod(analysis::mortgagepayment(basic::to_currency(100000), basic::to_currency(360),
+                                                   basic::to_currency(6), {}, basic::to_currency(days),
+                                                   none));
+    };
+    EXPECT_NEAR(payment(45) / payment(0), 1 + 45 * 0.005 / 30, 1e-12);
+}
+
+TEST(Mortgage, ThePaymentsChargeIsLeftAsTheFormulaMadeIt) {
+    basic::Currency charge = basic::to_currency(0.5);
+    analysis::mortgagepayment(basic::to_currency(100000), basic::to_currency(18), basic::to_currency(6), {},
+                              basic::to_currency(30), charge);
+    EXPECT_EQ(charge, basic::to_currency(0.75));
+}
+
+// --- The graphs ---
+
+class Graph : public testing::Test {
+  protected:
+    Graph() {
+        desk.start();
+        desk.click(desk.menu().Command6);
+    }
+    analysis::graph& screen() { return static_cast<analysis::graph&>(desk.module().graph()); }
+    void add(basic::Date date, jet::Value commission, jet::Value price) {
+        Desk::add(*desk.module().solddb,
+                  {{"datesold", date}, {"commission", commission}, {"sellingprice", price}});
+    }
+    void create(std::size_t m1, const std::string& y1, std::size_t m2, const std::string& y2) {
+        screen().mon1.set_list_index(m1 - 1);
+        screen().mon2.set_list_index(m2 - 1);
+        desk.type(screen().year1, y1);
+        desk.type(screen().year2, y2);
+        desk.click(screen().Command1);
+    }
+    Texts labels() {
+        Texts texts;
+        for (const auto& bar : screen().chart1.bars)
+            texts.push_back(bar.label);
+        return texts;
+    }
+
+    Desk desk;
+};
+
+TEST_F(Graph, OpensOnThisMonthWithTwoChartsHidden) {
+    EXPECT_EQ(screen().caption, "Graph of Sales");
+    EXPECT_EQ(screen().mon1.text, "November");
+    EXPECT_EQ(screen().mon2.text, "November");
+    EXPECT_EQ(screen().year1.text, "2026");
+    EXPECT_EQ(screen().mon1.items().size(), 12u);
+    EXPECT_FALSE(screen().chart1.visible);
+    EXPECT_FALSE(screen().chart2.visible);
+    EXPECT_TRUE(screen().chart3.visible);
+    EXPECT_EQ(screen().chart1.title, "Units Sold");
+    EXPECT_EQ(screen().chart2.title, "Money Made");
+    EXPECT_EQ(screen().chart3.title, "Money Made");
+}
+
+TEST_F(Graph, MonthsWithoutASaleKeepABlankLabelAndNoHeight) {
+    add(make_date(2026, 1, 5), 100.0, 1000.0);
+    add(make_date(2026, 1, 31), 50.5, 500.0);
+    add(make_date(2026, 6, 1), 1.0, 2.0);
+    add(make_date(2026, 12, 31), 7.0, 8.0);
+    add(make_date(2027, 1, 1), 9.0, 9.0);
+    create(1, "2026", 12, "2026");
+    EXPECT_EQ(labels(), (Texts{"1/2026", " ", " ", " ", " ", "6/2026", " ", " ", " ", " ", " ", "12/2026"}));
+    EXPECT_EQ(screen().chart1.bars[0].value, 2.0);
+    EXPECT_EQ(screen().chart2.bars[0].value, 150.5);
+    EXPECT_EQ(screen().chart3.bars[0].value, 1500.0);
+    EXPECT_EQ(screen().chart1.bars[1].value, 0.0);
+    EXPECT_EQ(screen().chart3.bars[11].value, 8.0) << "the last day of the ending month counts";
+    EXPECT_TRUE(screen().chart1.visible);
+    EXPECT_TRUE(screen().chart2.visible);
+}
+
+TEST_F(Graph, OneMonthIsOneBucketFromItsFirstToItsLastDay) {
+    add(make_date(2028, 2, 1), 1.0, 1.0);
+    add(make_date(2028, 2, 29), 1.0, 1.0);
+    add(make_date(2028, 3, 1), 1.0, 1.0);
+    create(2, "2028", 2, "2028");
+    EXPECT_EQ(labels(), Texts{"2/2028"});
+    EXPECT_EQ(screen().chart1.bars[0].value, 2.0);
+}
+
+TEST_F(Graph, AnEndBeforeTheBeginningIsInvalid) {
+    create(3, "2026", 2, "2026");
+    EXPECT_EQ(desk.host.boxes[0].text, "Invalid Dates!");
+    EXPECT_EQ(desk.host.boxes[0].title, "Error");
+}
+
+TEST_F(Graph, NoSaleLeavesTheChartsAsTheyStood) {
+    add(make_date(2026, 1, 5), 100.0, 1000.0);
+    create(1, "2026", 1, "2026");
+    create(2, "2026", 3, "2026");
+    EXPECT_EQ(desk.host.boxes[0].text, "No Customers Sold Between those Dates");
+    EXPECT_EQ(desk.host.boxes[0].title, "Message");
+    EXPECT_EQ(labels(), Texts{"1/2026"});
+}
+
+TEST_F(Graph, ANullMakesItsBucketNull) {
+    add(make_date(2026, 1, 5), std::monostate{}, 1000.0);
+    add(make_date(2026, 1, 6), 5.0, 1000.0);
+    create(1, "2026", 1, "2026");
+    EXPECT_EQ(screen().chart2.bars[0].value, std::nullopt);
+    EXPECT_EQ(screen().chart3.bars[0].value, 2000.0);
+}
+
+TEST_F(Graph, AYearThatIsNoneEndsTheProgram) {
+    create(1, "20000", 1, "20000");
+    ASSERT_TRUE(desk.host.error);
+    EXPECT_EQ(desk.host.error->number, 13);
+}
+
+TEST_F(Graph, ItReplacesTheSoldScreensSet) {
+    add(make_date(2026, 1, 5), 100.0, 1000.0);
+    create(1, "2026", 1, "2026");
+    EXPECT_TRUE(desk.module().soldset->Eof());
+}
+
+} // namespace
+} // namespace tolva
