@@ -18,6 +18,7 @@ using Texts = std::vector<std::string>;
 class PaymentCalculator : public testing::Test {
   protected:
     PaymentCalculator() {
+        desk.add_coming_screens();
         desk.start();
         desk.click(desk.menu().Command4);
     }
@@ -113,6 +114,7 @@ TEST(Mortgage, ThePaymentsChargeIsLeftAsTheFormulaMadeIt) {
 class Graph : public testing::Test {
   protected:
     Graph() {
+        desk.add_coming_screens();
         desk.start();
         desk.click(desk.menu().Command6);
     }

@@ -28,7 +28,10 @@ TEST(PlannerDays, AreNumberedFromTheFirstOfJanuary) {
 
 class PlannerFile : public testing::Test {
   protected:
-    PlannerFile() { desk.start(); }
+    PlannerFile() {
+        desk.add_coming_screens();
+        desk.start();
+    }
     std::string year_file(int year = 2026) { return desk.data_file("P" + std::to_string(year) + ".FIL"); }
 
     Desk desk;
@@ -147,6 +150,7 @@ TEST_F(PlannerFile, AFileOfTheEarlierProgramOpensAndChangesInTheDaysRecordAlone)
 class Planner : public testing::Test {
   protected:
     Planner() {
+        desk.add_coming_screens();
         desk.start();
         desk.click(desk.menu().Command2);
     }

@@ -69,6 +69,15 @@ class Desk {
 
     void start() { shell::start(module()); }
 
+    /// The screens whose logic stands but which have no window yet, so the program doesn't have them.
+    void add_coming_screens() {
+        auto& all = module();
+        all.planner.make = [&all] { return std::make_unique<messages::planner>(all); };
+        all.appointment.make = [&all] { return std::make_unique<messages::appointment>(all); };
+        all.graph.make = [&all] { return std::make_unique<analysis::graph>(all); };
+        all.paymentcalculator.make = [&all] { return std::make_unique<analysis::paymentcalculator>(all); };
+    }
+
     module::Module& module() { return *module_; }
     platform::Runtime& runtime() { return *runtime_; }
 
@@ -169,11 +178,6 @@ class Desk {
         runtime_ = std::make_unique<platform::Runtime>(host, clock);
         module_ = std::make_unique<module::Module>(*runtime_, *disk, folder.path().string());
         shell::assemble(*module_);
-        auto& all = *module_;
-        all.planner.make = [&all] { return std::make_unique<messages::planner>(all); };
-        all.appointment.make = [&all] { return std::make_unique<messages::appointment>(all); };
-        all.graph.make = [&all] { return std::make_unique<analysis::graph>(all); };
-        all.paymentcalculator.make = [&all] { return std::make_unique<analysis::paymentcalculator>(all); };
     }
 
     std::unique_ptr<platform::Runtime> runtime_;
