@@ -141,7 +141,8 @@ std::vector<std::uint8_t> LongValueStore::write(std::span<const std::uint8_t> va
     if (value.size() <= sizes.longest_single)
         return field_for(value.size(), single_flag, records_.insert(value).place);
 
-    // From the last piece to the first, because each tells where the next stands.
+    // From the last piece to the first, because each tells where the next stands. Each begins a page: there
+    // are readers that take a piece behind a tombstone for longer than it is.
     RecordPlace next;
     std::size_t end = value.size();
     std::vector<std::uint8_t> record;
@@ -151,7 +152,7 @@ std::vector<std::uint8_t> LongValueStore::write(std::span<const std::uint8_t> va
         put32(record.data(), next.page == 0 ? 0 : next.stored());
         const auto piece = value.subspan(end - size, size);
         record.insert(record.end(), piece.begin(), piece.end());
-        next = records_.insert(record).place;
+        next = records_.insert_on_new_page(record).place;
         end -= size;
     }
     return field_for(value.size(), 0, next);

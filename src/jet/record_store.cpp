@@ -10,6 +10,9 @@ namespace {
 /// How many pages with room are looked at for one record, from the last one backward.
 constexpr std::size_t most_candidates = 16;
 
+/// A new page with less than this left is full.
+constexpr std::size_t least_room = 32;
+
 } // namespace
 
 RecordStore::RecordStore(Pager& pager, PageSpace& space, Maps maps, std::uint32_t owner, PageNumber named_by)
@@ -71,10 +74,19 @@ RecordStore::Placed RecordStore::insert(std::span<const std::uint8_t> record, st
                          pager_.format().page_size / 4)
             tell_room(page, false);
     }
-    const auto place = insert_into(add_page(), record, flags);
-    if (!place)
+    return insert_on_new_page(record, flags);
+}
+
+RecordStore::Placed RecordStore::insert_on_new_page(std::span<const std::uint8_t> record,
+                                                    std::uint16_t flags) {
+    const PageNumber page = add_page();
+    const auto placed = insert_into(page, record, flags);
+    if (!placed)
         damaged(pager_.path(), named_by_, "a record does not fit an empty page");
-    return *place;
+    const PageRef bytes = pager_.read(page);
+    if (DataPageView(pager_.format(), pager_.path(), page, *bytes).actual_free_space() < least_room)
+        tell_room(page, false);
+    return *placed;
 }
 
 bool RecordStore::replace(RecordPlace place, std::span<const std::uint8_t> record, std::uint16_t flags) {

@@ -28,6 +28,8 @@ class RecordStore {
     };
     /// Puts a record on the last page that has room for it, or on a new one.
     Placed insert(std::span<const std::uint8_t> record, std::uint16_t flags = 0);
+    /// Puts it on a new page.
+    Placed insert_on_new_page(std::span<const std::uint8_t> record, std::uint16_t flags = 0);
 
     /// Replaces a record where it stands; false, with nothing changed, when its page has no room.
     bool replace(RecordPlace place, std::span<const std::uint8_t> record, std::uint16_t flags);
