@@ -150,17 +150,15 @@ class StructureCheck {
             if (view.flags(slot) & DataPageView::hidden_flag)
                 continue;
             const RowId id{page, static_cast<std::uint8_t>(slot)};
-            Record record{bytes, view.record(slot), view.flags(slot)};
+            const Record record{bytes, view.record(slot), view.flags(slot)};
             guarded([&] {
-                PageNumber where = page;
-                for (int hops = 0; record.flags & DataPageView::away_flag; ++hops) {
-                    const RecordPlace next = place_in(record, where, hops);
-                    ++moved[next];
-                    record = read_record(pager_, next, where);
-                    where = next.page;
-                }
+                std::vector<RecordPlace> hops;
+                const Record standing = follow_moved_row(pager_, record, page, &hops);
+                for (const RecordPlace hop : hops)
+                    ++moved[hop];
+                const PageNumber where = hops.empty() ? page : hops.back().page;
                 Row row(definition.columns.size());
-                const RowView fields(pager_, where, record.bytes);
+                const RowView fields(pager_, where, standing.bytes);
                 for (std::size_t i = 0; i < row.size(); ++i)
                     row[i] = check_field(definition.columns[i], fields, where, long_values[i]);
                 for (const std::size_t i : table.indexes().columns())
@@ -169,14 +167,6 @@ class StructureCheck {
                 rows.emplace_back(id, table.indexes().keys_as_stored(row));
             });
         }
-    }
-
-    RecordPlace place_in(const Record& record, PageNumber where, int hops) {
-        constexpr int most_hops = 16;
-        if (record.bytes.size() < 4 || hops == most_hops)
-            throw basic::RunTimeError::with_text(3049, pager_.path() + ": page " + std::to_string(where) +
-                                                           ": a moved row cannot be followed");
-        return RecordPlace::from(get32(record.bytes.data()));
     }
 
     Value check_field(const Column& column, const RowView& fields, PageNumber where, Uses& uses) {
@@ -206,15 +196,13 @@ class StructureCheck {
                 continue;
             const DataPageView view(pager_.format(), pager_.path(), page, *bytes);
             for (std::size_t slot = 0; slot < view.slots(); ++slot) {
-                const bool hidden =
-                    (view.flags(slot) & DataPageView::hidden_flag) && !view.is_tombstone(slot);
+                const std::uint16_t flags = view.flags(slot);
                 const auto found = moved.find({page, static_cast<std::uint8_t>(slot)});
                 const int count = found == moved.end() ? 0 : found->second;
-                if (hidden && count != 1)
+                // A record with both flags is a tombstone when nobody names it, else a place passed.
+                if (count > 1 || (count == 0 && flags == DataPageView::hidden_flag))
                     say(page, "record " + std::to_string(slot) + " is a moved row that " +
                                   std::to_string(count) + " places name");
-                if (!hidden && count != 0)
-                    say(page, "record " + std::to_string(slot) + " is named as a moved row and is none");
             }
         }
     }

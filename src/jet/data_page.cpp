@@ -46,9 +46,13 @@ std::span<const std::uint8_t> DataPageView::record(std::size_t slot) const {
         if (slot > 0 && is_tombstone(slot))
             end = offset(slot - 1);
     } else {
-        for (std::size_t other = 0; other < slots_; ++other)
+        for (std::size_t other = 0; other < slots_; ++other) {
             if (offset(other) > start)
                 end = std::min(end, offset(other));
+            // The bytes there are the other's.
+            if (other != slot && offset(other) == start && is_tombstone(slot))
+                return {};
+        }
     }
     return bytes_.subspan(start, end - start);
 }
@@ -75,7 +79,7 @@ std::size_t DataPageView::actual_free_space() const {
 std::optional<std::uint8_t> DataPageView::slot_for(std::size_t size) const {
     const std::size_t room = actual_free_space();
     std::size_t behind_live = slots_;
-    while (behind_live > 0 && is_tombstone(behind_live - 1))
+    while (behind_live > 0 && is_vacant(behind_live - 1))
         --behind_live;
     if (behind_live < slots_ && size <= room)
         return static_cast<std::uint8_t>(behind_live);
@@ -84,7 +88,7 @@ std::optional<std::uint8_t> DataPageView::slot_for(std::size_t size) const {
     if (size > room)
         return std::nullopt;
     for (std::size_t slot = 0; slot < slots_; ++slot)
-        if (is_tombstone(slot))
+        if (is_vacant(slot))
             return static_cast<std::uint8_t>(slot);
     return std::nullopt;
 }
@@ -109,7 +113,7 @@ void DataPageEditor::bring_into_order() {
     const DataPageView old(format_, path_, number_, copy);
     std::size_t end = format_.page_size;
     for (std::size_t slot = 0; slot < old.slots(); ++slot) {
-        const auto record = old.is_tombstone(slot) ? std::span<const std::uint8_t>{} : old.record(slot);
+        const auto record = old.record(slot);
         if (record.size() > end - format_.data.slots - 2 * old.slots())
             damaged(path_, number_, "has records that lie over each other");
         end -= record.size();
@@ -166,6 +170,27 @@ Record read_record(const Pager& pager, RecordPlace place, PageNumber named_by) {
                     std::to_string(named_by) + " points");
     record.bytes = view.record(place.slot);
     record.flags = view.flags(place.slot);
+    return record;
+}
+
+Record follow_moved_row(const Pager& pager, Record record, PageNumber page, std::vector<RecordPlace>* hops) {
+    constexpr int most_hops = 16;
+    constexpr std::size_t place_size = 4;
+    for (int hop = 0; record.flags & DataPageView::away_flag; ++hop) {
+        if (hop == most_hops)
+            damaged(pager.path(), page, "a moved row runs in a circle");
+        if (record.bytes.size() < place_size)
+            damaged(pager.path(), page, "the place of a moved row is cut short");
+        const RecordPlace place = RecordPlace::from(get32(record.bytes.data()));
+        record = read_record(pager, place, page);
+        page = place.page;
+        const bool gone = record.flags == DataPageView::both_flags && record.bytes.size() < place_size;
+        if (!(record.flags & DataPageView::hidden_flag) || gone)
+            damaged(pager.path(), page,
+                    "record " + std::to_string(place.slot) + " is not the moved row that it is said to be");
+        if (hops)
+            hops->push_back(place);
+    }
     return record;
 }
 

@@ -5,6 +5,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "jet/pager.h"
 
@@ -27,7 +28,7 @@ struct RecordPlace {
 /// end downward. A record ends at the next greater offset of any slot, tombstones included.
 class DataPageView {
   public:
-    /// Two bits beside the offset. A tombstone has both.
+    /// Two bits beside the offset. A tombstone has both, and so has a place that a moved row passed.
     static constexpr std::uint16_t away_flag = 0x4000;   ///< holds the place where the row now stands
     static constexpr std::uint16_t hidden_flag = 0x8000; ///< is reached from elsewhere only
     static constexpr std::uint16_t both_flags = away_flag | hidden_flag;
@@ -39,6 +40,8 @@ class DataPageView {
     std::size_t slots() const { return slots_; }
     std::uint16_t flags(std::size_t slot) const { return raw(slot) & both_flags; }
     bool is_tombstone(std::size_t slot) const { return flags(slot) == both_flags; }
+    /// A tombstone without bytes, which nothing can lead through.
+    bool is_vacant(std::size_t slot) const { return is_tombstone(slot) && record(slot).empty(); }
     std::span<const std::uint8_t> record(std::size_t slot) const;
 
     std::uint32_t owner() const;
@@ -104,5 +107,11 @@ struct Record {
     std::uint16_t flags = 0;
 };
 Record read_record(const Pager& pager, RecordPlace place, PageNumber named_by);
+
+/// The record where a row stands that moved away from `record` on `page`, or `record` itself. A row that has
+/// moved may have moved on; the records on the way have both flags, like tombstones, but hold a place. Each
+/// place passed goes to `hops`. Error 3049 for a way that ends nowhere or runs in a circle.
+Record follow_moved_row(const Pager& pager, Record record, PageNumber page,
+                        std::vector<RecordPlace>* hops = nullptr);
 
 } // namespace tolva::jet

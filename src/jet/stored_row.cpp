@@ -64,7 +64,8 @@ bool TableScan::next() {
             continue;
         id_ = table_.id_at(number_, static_cast<std::uint8_t>(slot));
         Record record{page_, view_->record(slot), flags};
-        row_.stand_on(flags ? table_.follow(std::move(record), number_) : std::move(record), number_);
+        row_.stand_on(flags ? follow_moved_row(table_.pager_, std::move(record), number_) : std::move(record),
+                      number_);
         return true;
     }
 }

@@ -77,24 +77,6 @@ std::vector<PageNumber> StoredTable::data_pages() const {
     return UsageMap(pager_, definition_.owned_map, definition_.page, UsageMap::Kind::owned).pages();
 }
 
-Record StoredTable::follow(Record record, PageNumber page) const {
-    // A moved row may have moved on; more than a few hops are a circle.
-    constexpr int most_hops = 16;
-    for (int hops = 0; record.flags & DataPageView::away_flag; ++hops) {
-        if (hops == most_hops)
-            damaged(pager_.path(), page, "a moved row runs in a circle");
-        if (record.bytes.size() < 4)
-            damaged(pager_.path(), page, "the place of a moved row is cut short");
-        const RecordPlace place = RecordPlace::from(get32(record.bytes.data()));
-        record = read_record(pager_, place, page);
-        page = place.page;
-        if (!(record.flags & DataPageView::hidden_flag) || record.flags == DataPageView::both_flags)
-            damaged(pager_.path(), page,
-                    "record " + std::to_string(place.slot) + " is not the moved row that it is said to be");
-    }
-    return record;
-}
-
 RowId StoredTable::id_at(PageNumber page, std::uint8_t slot) const {
     if (lives_.empty())
         return {page, slot};
@@ -114,7 +96,7 @@ Record StoredTable::find_row(RowId id) const {
     if (view.flags(id.slot) & DataPageView::hidden_flag)
         return {};
     const Record record{page, view.record(id.slot), view.flags(id.slot)};
-    return follow(record, id.page);
+    return follow_moved_row(pager_, record, id.page);
 }
 
 bool StoredTable::exists(RowId id) const {

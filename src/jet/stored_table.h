@@ -49,7 +49,6 @@ class StoredTable final : public Table {
     RowId id_at(PageNumber page, std::uint8_t slot) const;
     /// The row's bytes, wherever it stands now; no page when there is no such row.
     Record find_row(RowId id) const;
-    Record follow(Record header, PageNumber page) const;
 
     using Lives = std::map<std::pair<PageNumber, std::uint8_t>, std::uint16_t>;
 

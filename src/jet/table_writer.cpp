@@ -11,8 +11,6 @@
 namespace tolva::jet {
 namespace {
 
-constexpr int most_hops = 16;
-
 RowId index_id(RecordPlace place) {
     return {place.page, place.slot};
 }
@@ -25,14 +23,8 @@ TableWriter::TableWriter(Pager& pager, PageSpace& space, const TableDefinition& 
 
 TableWriter::Standing TableWriter::find(RecordPlace place) const {
     Standing standing{{place}, {}};
-    Record record = read_record(pager_, place, definition_.page);
-    while (record.flags & DataPageView::away_flag) {
-        if (standing.hops.size() > most_hops || record.bytes.size() < 4)
-            damaged(pager_.path(), place.page, "a moved row runs in a circle");
-        const RecordPlace next = RecordPlace::from(get32(record.bytes.data()));
-        record = read_record(pager_, next, standing.hops.back().page);
-        standing.hops.push_back(next);
-    }
+    const Record record =
+        follow_moved_row(pager_, read_record(pager_, place, definition_.page), place.page, &standing.hops);
     standing.bytes.assign(record.bytes.begin(), record.bytes.end());
     return standing;
 }

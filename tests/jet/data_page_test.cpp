@@ -54,6 +54,22 @@ TEST(DataPage, EqualOffsetsAreLegal) {
     EXPECT_EQ(size_of(page, 3), 0u);
 }
 
+TEST(DataPage, ATombstoneHasNoBytesOfALiveRecord) {
+    const Bytes page = page_with_slots({3800, 0xc000 | 4000, 4000, 3900});
+    EXPECT_EQ(size_of(page, 1), 0u);
+    EXPECT_EQ(size_of(page, 2), 96u);
+    Bytes changed = page;
+    ASSERT_TRUE(editor(changed).put(3, Bytes(5, 1), 0));
+    EXPECT_EQ(size_of(changed, 2), 96u);
+    EXPECT_EQ(size_of(changed, 0), 100u);
+}
+
+TEST(DataPage, ATombstoneThatKeepsBytesIsNotTakenForANewRecord) {
+    // It may be a place that a moved row passed.
+    const Bytes page = page_with_slots({4000, 0xc000 | 3990});
+    EXPECT_EQ(DataPageView(jet4_format, path, number, page).slot_for(10), 2);
+}
+
 TEST(DataPage, SlotsOutsideTheRecordsAreDamage) {
     for (const std::uint16_t slot : {std::uint16_t{5}, std::uint16_t{15}, std::uint16_t{0x1001}}) {
         const Bytes page = page_with_slots({slot});

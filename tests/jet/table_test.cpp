@@ -443,6 +443,81 @@ TEST(Table, ARowThatHasMovedMovesOn) {
                   plain_row(i, "r", std::string(255, 'y')));
 }
 
+/// A table whose one row has moved: from `home` to `target`.
+class MovedRow : public testing::Test {
+  protected:
+    MovedRow() {
+        // The first page is full when a row goes to the next.
+        std::vector<RowId> ids = {table().insert(plain_row(0, "r", std::string(180, 'x')))};
+        while (ids.back().page == ids.front().page)
+            ids.push_back(table().insert(plain_row(1, "r", std::string(180, 'x'))));
+        rows = ids.size();
+        id = ids.front();
+        table().update(id, row);
+        const Record record = read_record(pager(), home(), 2);
+        EXPECT_EQ(record.flags, DataPageView::away_flag);
+        target = RecordPlace::from(get32(record.bytes.data()));
+    }
+    Table& table() { return file.table("Plain"); }
+    FilePager& pager() { return dynamic_cast<OpenDatabase&>(file.database()).pager(); }
+    RecordPlace home() const { return {id.page, id.slot}; }
+    DataPageEditor edit(PageNumber page) { return {jet4_format, pager().path(), page, pager().modify(page)}; }
+    void put_place(RecordPlace at, RecordPlace to, std::uint16_t flags) {
+        std::uint8_t bytes[4];
+        put32(bytes, to.stored());
+        ASSERT_TRUE(edit(at.page).put(at.slot, bytes, flags));
+    }
+
+    JetFile file{{plain_table()}};
+    const Row row = plain_row(0, "grown", std::string(255, 'y'));
+    RowId id;
+    RecordPlace target;
+    std::size_t rows = 0;
+};
+
+TEST_F(MovedRow, MayHaveMovedOnSeveralTimes) {
+    // As another program leaves it: the first new place holds a second one.
+    const Record record = read_record(pager(), target, 2);
+    const std::vector<std::uint8_t> bytes(record.bytes.begin(), record.bytes.end());
+    const auto slot = static_cast<std::uint8_t>(edit(target.page).view().slots());
+    ASSERT_TRUE(edit(target.page).put(slot, bytes, DataPageView::hidden_flag));
+    put_place(target, {target.page, slot}, DataPageView::both_flags);
+    EXPECT_EQ(table().read(id), row);
+    EXPECT_EQ(all_rows(table()).size(), rows);
+    EXPECT_EQ(findings(file.database()), "");
+    const Row grown = plain_row(0, "grown again", std::string(255, 'z'), std::string(60, 'n'));
+    table().update(id, grown);
+    EXPECT_EQ(table().read(id), grown);
+    EXPECT_EQ(findings(file.database()), "");
+    table().erase(id);
+    EXPECT_EQ(findings(file.database()), "");
+}
+
+TEST_F(MovedRow, ACircleIsDamage) {
+    put_place(target, target, DataPageView::both_flags);
+    EXPECT_EQ(error_of([&] { table().read(id); }), 3049);
+    EXPECT_EQ(error_of([&] { all_rows(table()); }), 3049);
+    EXPECT_EQ(error_of([&] { table().erase(id); }), 3049);
+    EXPECT_NE(findings(file.database()), "");
+}
+
+TEST_F(MovedRow, APlaceThatHoldsNoMovedRowIsDamage) {
+    for (const RecordPlace wrong : {home(), RecordPlace{home().page, 1}, RecordPlace{home().page, 99},
+                                    RecordPlace{2, 0}, RecordPlace{888888, 0}}) {
+        put_place(home(), wrong, DataPageView::away_flag);
+        EXPECT_EQ(error_of([&] { table().read(id); }), 3049) << wrong.page << " " << int{wrong.slot};
+    }
+}
+
+TEST_F(MovedRow, AMovedRowThatNobodyNamesIsAFinding) {
+    put_place(home(), target, DataPageView::away_flag);
+    EXPECT_EQ(findings(file.database()), "");
+    ASSERT_TRUE(edit(target.page)
+                    .put(static_cast<std::uint8_t>(edit(target.page).view().slots()),
+                         std::vector<std::uint8_t>(20, 1), DataPageView::hidden_flag));
+    EXPECT_NE(findings(file.database()).find("moved row"), std::string::npos);
+}
+
 TEST(Table, TheCatalogsPropertiesStayByteForByte) {
     TOLVA_NEEDS_SAMPLE("desk/data/sold.mdb");
     const support::TemporaryFolder folder;
