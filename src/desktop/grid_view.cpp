@@ -14,7 +14,8 @@ namespace {
 
 /// A column as narrow as this can't be seen.
 constexpr int unseen_twips = 1;
-constexpr int twips_per_inch = 1440;
+/// How wide a digit of the font is for which the widths are told.
+constexpr int twips_per_digit = 90;
 
 /// The grid's alignments: 0 to 2 left, 3 to 5 centred, 6 to 8 right; top, middle, bottom in each.
 Qt::Alignment alignment_of(int alignment) {
@@ -103,7 +104,7 @@ int GridView::first_seen_column() const {
 }
 
 int GridView::pixels(int twips) const {
-    return twips * logicalDpiX() / twips_per_inch;
+    return twips * fontMetrics().horizontalAdvance(QLatin1Char('0')) / twips_per_digit;
 }
 
 void GridView::set_widths(const std::vector<int>& twips) {
@@ -144,8 +145,10 @@ QSize GridView::sizeHint() const {
         if (twips > unseen_twips)
             width += pixels(twips);
     constexpr int rows = 16;
-    return {width, horizontalHeader()->sizeHint().height() + rows * verticalHeader()->defaultSectionSize() +
-                       2 * frameWidth()};
+    constexpr double air = 1.15; // long names and addresses have more to show
+    return {static_cast<int>(width * air), horizontalHeader()->sizeHint().height() +
+                                               rows * verticalHeader()->defaultSectionSize() +
+                                               2 * frameWidth()};
 }
 
 void GridView::go_to_row(int row) {

@@ -34,7 +34,8 @@ class GridView : public QTableView {
     explicit GridView(QWidget* parent = nullptr);
 
     GridModel& cells() { return *model_; }
-    /// In twips, as the grid has them; a width that the user can't see hides the column.
+    /// In twips, as the grid has them, and on show in proportion to the user's text size; a width that the
+    /// user can't see hides the column.
     void set_widths(const std::vector<int>& twips);
     /// Makes the body row (counted from 1, as the grid counts) the current one and brings it into sight.
     void go_to_row(int row);

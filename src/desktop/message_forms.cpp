@@ -60,7 +60,7 @@ void build_generalmessagecreate(FormBuilder& builder) {
     what->addWidget(builder("Label1_1"));
     builder.say("message1", QStringLiteral("Message"));
     what->addWidget(builder.lines("message1", 46, 12), 1);
-    builder.say("letterpath", QStringLiteral("Letter"));
+    what->addWidget(builder.label(QStringLiteral("Letter"), "letterpath"));
     auto* const letter = new QHBoxLayout;
     letter->addWidget(builder.box("letterpath", 46, true), 1);
     letter->addWidget(builder("Command3"));

@@ -124,7 +124,7 @@ QWidget* features(FormBuilder& builder) {
     constexpr int half = module::feature_count / 2;
     for (int index = 0; index < module::feature_count; ++index) {
         const std::string name = "feature_" + std::to_string(index);
-        grid->addWidget(builder.box(name, 18, true), index % half, index / half);
+        grid->addWidget(builder.box(name, 22, true), index % half, index / half);
         builder.say(name, QStringLiteral("Feature %1").arg(index + 1));
     }
     grid->setRowStretch(half, 1);

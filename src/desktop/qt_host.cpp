@@ -199,16 +199,15 @@ void QtHost::size_and_place(Form& form, platform::ShowMode mode) const {
     }
     if (mode == platform::ShowMode::activate && taken.empty())
         return;
-    const QPoint step(title_bar, title_bar);
-    const QPoint first = (menu ? menu->pos() : room.topLeft()) + 2 * step;
+    // Each a title bar further down and right; then, where the screen ends, from the top again, a little
+    // further right.
+    const QPoint first = (menu ? menu->pos() : room.topLeft()) + 2 * QPoint(title_bar, title_bar);
+    constexpr int least_in_a_row = 5;
+    const int in_a_row = std::max((room.bottom() - first.y() - form.height()) / title_bar, least_in_a_row);
     QPoint place = first;
-    while (std::find(taken.begin(), taken.end(), place) != taken.end()) {
-        place += step;
-        if (!room.contains(QRect(place, form.size()))) {
-            place = first;
-            break;
-        }
-    }
+    for (int card = 1; std::find(taken.begin(), taken.end(), place) != taken.end(); ++card)
+        place = first + QPoint(title_bar * (card % in_a_row) + title_bar / 2 * (card / in_a_row),
+                               title_bar * (card % in_a_row));
     form.move(place);
 }
 

@@ -15,7 +15,7 @@ QFont scaled(QFont font, double factor, bool bold) {
     return font;
 }
 
-/// A button of the main menu: tall enough to be hit without aiming.
+/// The buttons of the main menu: large enough to be hit without aiming, and all of one size.
 class MenuButtons {
   public:
     explicit MenuButtons(FormBuilder& builder) : builder_(builder) {}
@@ -25,13 +25,15 @@ class MenuButtons {
         auto* const column = new QVBoxLayout(frame);
         column->setSpacing(frame->fontMetrics().height() / 2);
         for (const char* name : buttons)
-            column->addWidget(tall(builder_(name)));
+            column->addWidget(large(builder_(name)));
         column->addStretch(1);
         return frame;
     }
 
-    QWidget* tall(QWidget* button) const {
-        button->setMinimumHeight(builder_.form().fontMetrics().height() * 5 / 2);
+    QWidget* large(QWidget* button, int characters = 27) const {
+        const QFontMetrics metrics = builder_.form().fontMetrics();
+        button->setMinimumSize(characters * metrics.horizontalAdvance(QLatin1Char('0')),
+                               metrics.height() * 5 / 2);
         return button;
     }
 
@@ -108,7 +110,7 @@ void build_form1(FormBuilder& builder) {
 
     auto* const bottom = new QHBoxLayout;
     bottom->addStretch(1);
-    bottom->addWidget(buttons.tall(builder("Command8")));
+    bottom->addWidget(buttons.large(builder("Command8"), 14));
     whole->addLayout(bottom);
     builder.form().set_first(builder.control("Command9"));
 }

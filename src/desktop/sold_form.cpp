@@ -91,10 +91,10 @@ void fill_form(FormBuilder& builder, QWidget& page) {
     columns->addWidget(home, 1);
 }
 
-/// The frames are one array: averages are item 0, totals item 1.
+/// The frames are one array: totals are item 0, averages item 1.
 void fill_summary(FormBuilder& builder, QBoxLayout& place) {
     for (const auto& [frame, rows] :
-         {std::pair("Frame9_1", &total_rows), std::pair("Frame9_0", &average_rows)}) {
+         {std::pair("Frame9_0", &total_rows), std::pair("Frame9_1", &average_rows)}) {
         QGroupBox* const box = builder.frame(frame);
         fill_block(builder, *box, *rows);
         place.addWidget(box);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QApplication>
+#include <QPointer>
 #include <QTest>
 #include <QWidget>
 #include <QWindow>
@@ -38,9 +39,12 @@ inline void mouse_up(QWidget* widget, QPoint at) {
     QTest::mouseRelease(widget->window()->windowHandle(), Qt::LeftButton, {}, in_window(widget, at));
 }
 
+/// What goes away under the pressed button gets no release.
 inline void click(QWidget* widget, QPoint at) {
+    const QPointer<QWidget> pressed = widget;
     mouse_down(widget, at);
-    mouse_up(widget, at);
+    if (pressed && pressed->isVisible())
+        mouse_up(pressed, at);
 }
 
 inline void click(QWidget* widget) {

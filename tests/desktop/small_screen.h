@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QTimer>
+
 #include "desktop/field_block.h"
 #include "desktop/form_builder.h"
 #include "desktop/forms.h"
@@ -78,10 +80,17 @@ inline std::unique_ptr<Form> make_small_form(platform::Screen& screen, EventStat
     return form;
 }
 
+/// A program that has ended lets no event loop run any more, until the application runs anew.
+inline void forget_an_earlier_end() {
+    QTimer::singleShot(0, QCoreApplication::instance(), &QCoreApplication::quit);
+    QCoreApplication::exec();
+}
+
 /// The small screen on a desktop.
 class Bench {
   public:
     Bench() {
+        forget_an_earlier_end();
         host.form_maker = make_small_form;
         slot.make = [this] { return std::make_unique<SmallScreen>(runtime); };
     }
