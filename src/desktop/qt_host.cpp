@@ -225,10 +225,18 @@ QWidget* QtHost::window_in_front() const {
 // --- Boxes ---
 
 int QtHost::box(const std::string& text, const std::string& title, platform::BoxButtons buttons) {
-    Box box(window_in_front(), text, title, buttons);
-    if (state_.by_clock)
-        box.keep_from_haste(quiet_time);
-    return box.ask();
+    const QPointer<QWidget> behind = window_in_front();
+    int answer = 0;
+    {
+        Box box(behind, text, title, buttons);
+        if (state_.by_clock)
+            box.keep_from_haste(quiet_time);
+        answer = box.ask();
+    }
+    // Not every window manager goes back by itself.
+    if (behind && behind->isVisible() && !QApplication::activeWindow())
+        behind->activateWindow();
+    return answer;
 }
 
 void QtHost::error_box(int number, const std::string& text) {

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QPointer>
 #include <QTest>
+#include <QTimer>
 #include <QWidget>
 #include <QWindow>
 #include <functional>
@@ -60,6 +61,12 @@ inline void settle() {
 /// Waits until something is so; false when it takes too long.
 inline bool wait_until(const std::function<bool()>& so) {
     return QTest::qWaitFor(so, 5000);
+}
+
+/// A program that has ended lets no event loop run any more, until the application runs anew.
+inline void forget_an_earlier_end() {
+    QTimer::singleShot(0, QCoreApplication::instance(), &QCoreApplication::quit);
+    QCoreApplication::exec();
 }
 
 } // namespace tolva::desktop

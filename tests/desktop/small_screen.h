@@ -1,11 +1,10 @@
 #pragma once
 
-#include <QTimer>
-
 #include "desktop/field_block.h"
 #include "desktop/form_builder.h"
 #include "desktop/forms.h"
 #include "desktop/qt_host.h"
+#include "hands.h"
 #include "support/fixed_clock.h"
 
 namespace tolva::desktop {
@@ -78,12 +77,6 @@ inline std::unique_ptr<Form> make_small_form(platform::Screen& screen, EventStat
     form->set_first(builder.control("plain"));
     form->resize(500, 900);
     return form;
-}
-
-/// A program that has ended lets no event loop run any more, until the application runs anew.
-inline void forget_an_earlier_end() {
-    QTimer::singleShot(0, QCoreApplication::instance(), &QCoreApplication::quit);
-    QCoreApplication::exec();
 }
 
 /// The small screen on a desktop.

@@ -1,0 +1,293 @@
+#include <gtest/gtest.h>
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QStackedWidget>
+#include <QTimer>
+
+#include "desktop/grid_view.h"
+#include "desktop/qt_host.h"
+#include "desktop/text.h"
+#include "desktop/text_edit.h"
+#include "hands.h"
+#include "messages/generalmessage.h"
+#include "records/listings.h"
+#include "shell/assembly.h"
+#include "support/fixed_clock.h"
+#include "support/samples.h"
+
+namespace tolva::desktop {
+namespace {
+
+/// A day at the desk, by hand: from the password to a reminder, on a copy of a desk that another engine
+/// wrote.
+class Story : public testing::Test {
+  protected:
+    void SetUp() override {
+        namespace fs = std::filesystem;
+        forget_an_earlier_end();
+        TOLVA_NEEDS_SAMPLE("desk/data/listings.mdb");
+        fs::copy(support::shared_sample("desk"), folder.path(), fs::copy_options::recursive);
+        for (const auto& entry : fs::recursive_directory_iterator(folder.path()))
+            fs::permissions(entry, fs::perms::owner_write, fs::perm_options::add);
+        protect_by_password();
+        host.quiet_time = std::chrono::milliseconds(100);
+        host.clock_period = std::chrono::milliseconds(20);
+        module = std::make_unique<module::Module>(runtime, *disk, folder.path().string());
+        shell::assemble(*module);
+    }
+    void TearDown() override { host.stop_clock(); }
+
+    void protect_by_password() {
+        dao::DBEngine engine(*disk, [] { return 2026; });
+        const auto database = engine.Workspaces(0).OpenDatabase(folder.file("data/database.mdb"));
+        const auto set = database->OpenRecordset("preference_table");
+        set->Edit();
+        set->write("p_passwordprotect", true);
+        set->write("p_password", std::string("Open Sesame"));
+        set->write("p_bdayschedule", std::int64_t{module::Settings::birthdays_always});
+        set->write("p_bday", std::string("2"));
+        set->write("p_expire", std::string("30"));
+        set->Update();
+        engine.commit();
+    }
+
+    // --- What is on show ---
+
+    Form& form(platform::Screen& screen) {
+        Form* const window = host.form_of(screen);
+        if (!window)
+            throw std::runtime_error(screen.name() + " has no window");
+        return *window;
+    }
+    QWidget* widget(platform::Screen& screen, const char* name) {
+        return form(screen).findChild<QWidget*>(QString::fromUtf8(name));
+    }
+    QString text(platform::Screen& screen, const char* name) {
+        if (auto* line = form(screen).findChild<QLineEdit*>(QString::fromUtf8(name)))
+            return line->text();
+        return form(screen).findChild<QPlainTextEdit*>(QString::fromUtf8(name))->toPlainText();
+    }
+    platform::Screen& listings() { return module->listings(); }
+
+    std::vector<messages::generalmessage*> reminders() {
+        std::vector<messages::generalmessage*> raised;
+        for (platform::Screen* screen : runtime.screens())
+            if (auto* dialog = dynamic_cast<messages::generalmessage*>(screen))
+                raised.push_back(dialog);
+        return raised;
+    }
+
+    long count(dao::Database& database, const std::string& query) {
+        const auto set = database.OpenRecordset(query);
+        if (set->RecordCount() > 0)
+            set->MoveLast();
+        return set->RecordCount();
+    }
+
+    // --- What the hands do ---
+
+    /// Answers the next box with a key, as soon as it stands; says what it asked.
+    void answer_with(Qt::Key key, QString* asked = nullptr) {
+        auto* const look = new QTimer(QCoreApplication::instance());
+        QObject::connect(look, &QTimer::timeout, look, [look, key, asked] {
+            auto* const box = dynamic_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (!box || !box->isActiveWindow())
+                return;
+            if (asked)
+                *asked = box->text();
+            look->stop();
+            look->deleteLater();
+            press(key);
+        });
+        look->start(1);
+    }
+    /// Presses a key in the date picker, as soon as it stands.
+    void pick_with(Qt::Key key) {
+        auto* const look = new QTimer(QCoreApplication::instance());
+        QObject::connect(look, &QTimer::timeout, look, [this, look, key] {
+            if (!module->choosedate.loaded() ||
+                QApplication::activeWindow() != host.form_of(module->choosedate()))
+                return;
+            look->stop();
+            look->deleteLater();
+            press(key);
+        });
+        look->start(1);
+    }
+    void field(const char* name, const QString& value) {
+        click(widget(listings(), name));
+        type(value);
+    }
+    /// Without a display the screen is small; here the form shall be seen whole.
+    void open_listings() {
+        click(widget(module->Form1(), "Command9"));
+        settle();
+        form(listings()).resize(form(listings()).wanted_size());
+        settle();
+    }
+    void clear_reminders() {
+        for (auto* dialog : reminders())
+            form(*dialog).close();
+        settle();
+    }
+
+    void pass_the_gate() {
+        shell::start(*module);
+        settle();
+        ASSERT_FALSE(module->Form1.loaded());
+        type(QStringLiteral("open window"));
+        QString said;
+        answer_with(Qt::Key_Return, &said);
+        press(Qt::Key_Return);
+        EXPECT_EQ(said, QStringLiteral("Incorrect Password"));
+        EXPECT_EQ(text(module->security(), "password"), QString());
+        settle();
+        type(QStringLiteral("open sesame"));
+        press(Qt::Key_Return);
+        settle();
+        ASSERT_TRUE(module->Form1.loaded());
+        EXPECT_TRUE(form(module->Form1()).isVisible());
+        EXPECT_FALSE(form(module->security()).isVisible());
+    }
+
+    support::TemporaryFolder folder;
+    support::FixedClock clock{{2026, 11, 20, 10, 0, 0}};
+    std::unique_ptr<files::FileSystem> disk = files::make_disk();
+    QtHost host{*disk};
+    platform::Runtime runtime{host, clock};
+    std::unique_ptr<module::Module> module;
+};
+
+TEST_F(Story, OfANewListingFromThePasswordToItsReminder) {
+    pass_the_gate();
+    EXPECT_FALSE(reminders().empty()) << "what is due rises with the start";
+    clear_reminders();
+    EXPECT_TRUE(reminders().empty());
+
+    // To the listings, and a new one by the keys of the menu.
+    open_listings();
+    auto* const pages = form(listings()).findChild<QStackedWidget*>();
+    EXPECT_EQ(pages->currentIndex(), 0);
+    EXPECT_EQ(QApplication::focusWidget(), widget(listings(), "grid1"));
+    press(Qt::Key_F, Qt::AltModifier);
+    press(Qt::Key_N);
+    EXPECT_EQ(pages->currentIndex(), 1);
+    EXPECT_EQ(QApplication::focusWidget(), widget(listings(), "first"));
+    EXPECT_EQ(text(listings(), "datelisted"), QStringLiteral("11/20/2026"));
+    EXPECT_FALSE(widget(listings(), "Command6")->isVisible()) << "a new record has no neighbours";
+
+    // Names by Tab, the city completed by Enter.
+    type(QStringLiteral("Ann"));
+    press(Qt::Key_Tab);
+    press(Qt::Key_Tab);
+    type(QStringLiteral("Archer"));
+    field("address", QStringLiteral("12 Elm Way"));
+    field("city", QStringLiteral("longmo"));
+    press(Qt::Key_Return);
+    EXPECT_EQ(text(listings(), "city"), QStringLiteral("Longmont"));
+    EXPECT_EQ(text(listings(), "state"), QStringLiteral("CO"));
+    EXPECT_TRUE(text(listings(), "zip").startsWith(QLatin1String("80")));
+    EXPECT_EQ(QApplication::focusWidget(), widget(listings(), "homephone"));
+    type(QStringLiteral("303 555 0101"));
+
+    // A birthday from the calendar, and one that is left without.
+    pick_with(Qt::Key_Return);
+    click(widget(listings(), "Command36"));
+    EXPECT_EQ(text(listings(), "birthday"), QStringLiteral("11/20/2026"));
+    pick_with(Qt::Key_Tab);
+    click(widget(listings(), "Command37"));
+    EXPECT_EQ(text(listings(), "co_birthday"), QString());
+
+    // Leaving the day of listing proposes the expiry; a click selects the whole field first.
+    field("datelisted", QStringLiteral("12/1/2026"));
+    EXPECT_EQ(text(listings(), "datelisted"), QStringLiteral("12/1/2026"));
+    EXPECT_EQ(text(listings(), "dateexpires"), QString());
+    press(Qt::Key_Tab);
+    EXPECT_EQ(text(listings(), "dateexpires"), QStringLiteral("5/30/2027"));
+
+    // The access key of Close leaves the field first, so the expiry follows the day typed last.
+    const long messages_before = count(*module->messagedb, "select * from [table]");
+    field("datelisted", QStringLiteral("12/2/2026"));
+    press(Qt::Key_C, Qt::AltModifier);
+    EXPECT_EQ(pages->currentIndex(), 0);
+    EXPECT_EQ(QApplication::focusWidget(), widget(listings(), "grid1"));
+    EXPECT_EQ(count(*module->messagedb, "select * from [table]"), messages_before + 2 + 3)
+        << "two about the expiry, and a birthday this year and two more";
+    const auto stored = module->listingdb->OpenRecordset("select * from [table] where last = 'Archer'");
+    ASSERT_EQ(stored->RecordCount(), 1);
+    EXPECT_EQ(stored->field("first").text(), "Ann");
+    EXPECT_EQ(stored->field("city").text(), "Longmont");
+    EXPECT_EQ(stored->field("dateexpires").text(), "5/31/2027");
+
+    // This morning's birthday greeting rises with the next look at the clock, over the main menu.
+    host.start_clock(runtime);
+    ASSERT_TRUE(wait_until([this] {
+        clock.advance_minutes(0.05);
+        return !reminders().empty();
+    }));
+    auto& greeting = *reminders().front();
+    EXPECT_TRUE(text(greeting, "messagetext").startsWith(QStringLiteral("HAPPY BIRTHDAY!\nAnn Archer\n")));
+    EXPECT_EQ(form(greeting).findChild<QLabel*>(QStringLiteral("messagedate"))->text(),
+              QStringLiteral("11/20/2026"));
+
+    // View Customer opens the record; the dialog stays until it is deleted.
+    click(widget(greeting, "Command3"));
+    settle();
+    EXPECT_EQ(pages->currentIndex(), 1);
+    EXPECT_TRUE(form(listings()).isActiveWindow());
+    EXPECT_EQ(text(listings(), "last"), QStringLiteral("Archer"));
+    ASSERT_EQ(reminders().size(), 1u);
+    form(greeting).activateWindow();
+    settle();
+    const long messages_now = count(*module->messagedb, "select * from [table]");
+    click(widget(greeting, "Command1"));
+    settle();
+    EXPECT_TRUE(reminders().empty());
+    EXPECT_EQ(count(*module->messagedb, "select * from [table]"), messages_now - 1);
+
+    // The way out.
+    form(module->Form1()).activateWindow();
+    settle();
+    click(widget(module->Form1(), "Command8"));
+    EXPECT_TRUE(runtime.ended());
+    EXPECT_FALSE(host.failed());
+}
+
+TEST_F(Story, OfALongListOpenedByKeysAndLeftUnsaved) {
+    pass_the_gate();
+    clear_reminders();
+    open_listings();
+    auto* const grid = form(listings()).findChild<GridView*>();
+    ASSERT_GT(grid->model()->rowCount(), 50);
+    press(Qt::Key_Down);
+    press(Qt::Key_Down);
+    const QString name = grid->currentIndex().data().toString();
+    press(Qt::Key_Return);
+    EXPECT_EQ(name.section(QLatin1Char(' '), 0, 0), text(listings(), "first"));
+    type(QStringLiteral("Changed"));
+    form(listings()).close();
+    settle();
+    EXPECT_FALSE(module->listings.loaded());
+    EXPECT_TRUE(form(module->Form1()).isActiveWindow());
+    EXPECT_EQ(count(*module->listingdb, "select * from [table] where first = 'Changed'"), 0);
+}
+
+TEST_F(Story, OfAQuickSearchThatFindsNobody) {
+    pass_the_gate();
+    clear_reminders();
+    open_listings();
+    click(widget(listings(), "sname"));
+    type(QStringLiteral("xyzzy"));
+    press(Qt::Key_Return);
+    auto* const grid = form(listings()).findChild<GridView*>();
+    EXPECT_EQ(grid->model()->rowCount(), 1);
+    EXPECT_TRUE(grid->currentIndex().isValid());
+    click(grid->viewport(), grid->visualRect(grid->model()->index(0, 1)).center());
+    EXPECT_EQ(form(listings()).findChild<QStackedWidget*>()->currentIndex(), 0)
+        << "a blank row opens nothing";
+}
+
+} // namespace
+} // namespace tolva::desktop
