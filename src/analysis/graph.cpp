@@ -10,12 +10,6 @@ using basic::trim;
 
 namespace {
 
-/// A number as the query texts get it: a positive one keeps a blank ahead.
-std::string spaced(double number) {
-    const std::string digits = basic::number_to_text(number);
-    return number < 0 ? digits : " " + digits;
-}
-
 int months_between(basic::Date from, basic::Date to) {
     constexpr int months_a_year = 12;
     const basic::DateParts a = basic::parts_of(from);
@@ -67,9 +61,9 @@ void graph::Command1_Click() {
     const double m2 = mon2.list_index() + 1;
     const double y1 = basic::leading_number(year1.text);
     const double y2 = basic::leading_number(year2.text);
-    const std::string begin = spaced(m1) + "/1/" + spaced(y1);
-    const int days = module::daysinmonth(module_.to_date(spaced(m2) + "/1/" + spaced(y2)));
-    const std::string end = spaced(m2) + "/" + std::to_string(days) + "/" + spaced(y2);
+    const std::string begin = basic::spaced_number_text(m1) + "/1/" + basic::spaced_number_text(y1);
+    const int days = module::daysinmonth(module_.to_date(basic::spaced_number_text(m2) + "/1/" + basic::spaced_number_text(y2)));
+    const std::string end = basic::spaced_number_text(m2) + "/" + std::to_string(days) + "/" + basic::spaced_number_text(y2);
     int months = months_between(module_.to_date(begin), module_.to_date(end));
     if (months < 0) {
         runtime().message("Invalid Dates!", "Error");

@@ -186,6 +186,11 @@ std::string number_to_text(std::int64_t value) {
     return std::to_string(value);
 }
 
+std::string spaced_number_text(double value) {
+    const std::string digits = number_to_text(value);
+    return digits.front() == '-' ? digits : " " + digits;
+}
+
 std::optional<double> strict_number(std::string_view text) {
     NumberText number;
     bool negative = false, sign = false, currency = false, bracket = false;

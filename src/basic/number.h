@@ -17,6 +17,9 @@ double leading_number(std::string_view text);
 std::string number_to_text(double value);
 std::string number_to_text(std::int64_t value);
 
+/// The form that joins numbers into query texts: a number that is not negative keeps a blank ahead.
+std::string spaced_number_text(double value);
+
 /// The strict conversion of a whole text, thousands commas and a currency sign allowed, as the store does it
 /// when text is written to a numeric column; nothing when the text is not a number.
 std::optional<double> strict_number(std::string_view text);
