@@ -219,6 +219,14 @@ bool has_code_page(int number) {
     return page == CodePage::utf_8 || is_two_byte(page) || !single_byte_page(page).empty();
 }
 
+void cut_utf8(std::string& text, std::size_t bytes) {
+    if (text.size() <= bytes)
+        return;
+    while (bytes && (static_cast<unsigned char>(text[bytes]) & 0xC0) == 0x80)
+        --bytes;
+    text.resize(bytes);
+}
+
 void append_utf8(std::string& text, char32_t character) {
     if ((character >= 0xD800 && character <= 0xDFFF) || character > 0x10FFFF)
         character = replacement;

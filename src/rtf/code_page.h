@@ -54,5 +54,7 @@ std::optional<int> code_page_of_charset(int charset);
 bool has_code_page(int number);
 
 void append_utf8(std::string& text, char32_t character);
+/// Leaves at most that many bytes, and no character in part.
+void cut_utf8(std::string& text, std::size_t bytes);
 
 } // namespace tolva::rtf

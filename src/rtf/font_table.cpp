@@ -16,16 +16,6 @@ void trim(std::string& name) {
     name.erase(name.find_last_not_of(' ') + 1);
 }
 
-/// Cuts a name to what is kept of one, without cutting a character.
-void cut(std::string& name) {
-    if (name.size() <= limits::name_bytes)
-        return;
-    std::size_t length = limits::name_bytes;
-    while (length && (static_cast<unsigned char>(name[length]) & 0xC0) == 0x80)
-        --length;
-    name.resize(length);
-}
-
 /// A name on one line, free of what ends it.
 void append_name(std::string& name, std::string_view text) {
     if (name.size() > limits::name_bytes)
@@ -48,7 +38,9 @@ void FontTable::begin_font(int number) {
 void FontTable::word(FontWord word, Parameter parameter) {
     switch (word) {
     case FontWord::charset:
-        font_.charset = static_cast<std::int16_t>(std::clamp(parameter.value, 0, 255));
+        // A number that is no character set tells nothing.
+        if (parameter.value >= 0 && parameter.value <= 255)
+            font_.charset = static_cast<std::int16_t>(parameter.value);
         break;
     case FontWord::pitch:
         font_.pitch = static_cast<std::int16_t>(std::clamp(parameter.value, 0, 2));
@@ -80,7 +72,7 @@ void FontTable::add() {
     if (!std::exchange(begun_, false) || document_.fonts.size() >= limits::fonts)
         return;
     for (std::string* const name : {&font_.name, &font_.alternative}) {
-        cut(*name);
+        cut_utf8(*name, limits::name_bytes);
         trim(*name);
     }
     if (font_.name.empty())

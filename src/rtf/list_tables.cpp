@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <string>
 
-#include "basic/text.h"
 #include "rtf/lexer.h"
 #include "rtf/numbering_words.h"
 #include "rtf/text_decoder.h"
@@ -219,8 +218,13 @@ void ListTables::count(List& list, std::size_t level) {
 std::string ListTables::text(const List& list, std::size_t level) const {
     const Level& shown = list.levels[level];
     std::string result;
+    // A bullet with a number in it is one that the source's own program draws by itself.
+    const auto is_number = [](char32_t character) { return character < limits::list_levels; };
+    if (shown.kind == NumberKind::bullet &&
+        std::any_of(shown.pattern.begin(), shown.pattern.end(), is_number))
+        return "\u2022\t";
     for (const char32_t character : shown.pattern) {
-        if (character >= limits::list_levels) {
+        if (!is_number(character)) {
             if (character >= 0x20)
                 append_utf8(result, character);
             continue;
@@ -231,8 +235,7 @@ std::string ListTables::text(const List& list, std::size_t level) const {
             number.insert(0, 1, '0');
         result += number;
     }
-    if (result.size() > limits::list_text_bytes - 1)
-        result = basic::left(result, 8);
+    cut_utf8(result, limits::list_text_bytes - 1);
     if (!result.empty() && shown.follow != 2)
         result += shown.follow == 1 ? ' ' : '\t';
     return result;

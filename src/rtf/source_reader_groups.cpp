@@ -229,10 +229,17 @@ void SourceReader::enter_kept(Destination destined) {
         builder_.section().groups.push_back(std::move(source));
         return;
     case Destination::list_table:
-        lists_.read_lists(source, [this](int number) { return fonts_.page_of_number(number); });
-        break;
     case Destination::list_overrides:
-        lists_.read_overrides(source);
+        // Text that went ahead of its tables has been shown without them, and stays so.
+        if (!builder_.empty()) {
+            note("list tables behind the text");
+            return;
+        }
+        if (destined == Destination::list_overrides) {
+            lists_.read_overrides(source);
+            break;
+        }
+        lists_.read_lists(source, [this](int number) { return fonts_.page_of_number(number); });
         break;
     default:
         break;

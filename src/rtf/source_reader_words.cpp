@@ -270,6 +270,7 @@ void SourceReader::make_list_text() {
             text = numbering_text(numbering, numbering.start + numbered_) + '\t';
     }
     last_numbering_ = format.numbering;
+    cut_utf8(text, limits::list_text_bytes);
     if (!text.empty() && !builder_.has_list_text())
         builder_.set_list_text({std::move(text), builder_.first_format(group.characters)});
 }

@@ -194,7 +194,7 @@ void SourceWriter::write_picture(const Picture& picture) {
 
 void SourceWriter::words(std::string_view source) {
     out_ += source;
-    word_open_ = true;
+    word_open_ = !source.ends_with('}');
 }
 
 void SourceWriter::text(std::string_view utf8, int font) {

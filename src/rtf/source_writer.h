@@ -42,7 +42,7 @@ class SourceWriter {
     void set_paragraph(const Paragraph& paragraph);
     void set_characters(const CharacterFormat& format);
 
-    /// Words, each with its backslash; a blank closes the last one if text follows.
+    /// Words, each with its backslash, and groups; a blank closes a last word if text follows.
     void words(std::string_view source);
     void text(std::string_view utf8, int font);
     void open(std::string_view words_of_group);
