@@ -30,8 +30,7 @@ class Database {
 
     /// The user's tables (no system tables), by name.
     virtual std::vector<std::string> table_names() const = 0;
-    /// Error 3078 when absent. The table lives as
-    /// long as the database.
+    /// Error 3078 when absent. The table lives as long as the database.
     virtual Table& table(const std::string& name) = 0;
 
     virtual bool has_pending_changes() const = 0;

@@ -26,7 +26,7 @@ class FilePager final : public Pager {
     bool read_only() const { return read_only_; }
     /// Whether another program's commit was cut short, by the commit bytes of page 0.
     bool was_cut_short() const { return was_cut_short_; }
-    /// Counts commits and undoings: what was remembered of pages under another number must be read anew.
+    /// Counts undoings: what was remembered of pages under another number must be read anew.
     std::uint64_t undo_count() const { return undo_count_; }
 
     const Format& format() const override { return *format_; }

@@ -4,6 +4,7 @@
 #include "jet/file_pager.h"
 #include "jet/header_page.h"
 #include "support/faulty_disk.h"
+#include "support/read_only_disk.h"
 
 namespace tolva::jet {
 namespace {
@@ -389,31 +390,9 @@ TEST(Pager, AWholeJournalWithADamagedRecordIsToldOf) {
     }
 }
 
-/// A file that the system lets nobody write.
-class ReadOnlyDisk final : public files::FileSystem {
-  public:
-    explicit ReadOnlyDisk(files::FileSystem& disk) : disk_(disk) {}
-    std::unique_ptr<files::File> open(const std::string& name, files::OpenMode mode) override {
-        if (mode != files::OpenMode::read)
-            throw basic::RunTimeError(75);
-        return disk_.open(name, mode);
-    }
-    bool exists(const std::string& name) const override { return disk_.exists(name); }
-    bool exists_exactly(const std::string& name) const override { return disk_.exists_exactly(name); }
-    void remove(const std::string&) override { throw basic::RunTimeError(75); }
-    void rename(const std::string&, const std::string&) override { throw basic::RunTimeError(75); }
-    void make_folder(const std::string&) override { throw basic::RunTimeError(75); }
-    std::vector<std::string> list(const std::string& folder) const override { return disk_.list(folder); }
-    void sync_folder(const std::string&) override { throw basic::RunTimeError(75); }
-    std::string resolve(const std::string& name) const override { return disk_.resolve(name); }
-
-  private:
-    files::FileSystem& disk_;
-};
-
 TEST(Pager, AFileThatMayOnlyBeReadOpensForReading) {
     FaultyDisk disk({{path, plain_file()}});
-    ReadOnlyDisk locked(disk);
+    support::ReadOnlyDisk locked(disk);
     FilePager pager(locked, path);
     EXPECT_TRUE(pager.read_only());
     EXPECT_EQ((*pager.read(5))[9], 5);
@@ -436,7 +415,7 @@ TEST(Pager, AReaderSeesThroughAJournalThatItMayNotRollBack) {
         if (survivors.at(path).size() == before.size())
             continue; // not yet as far as the new pages
         FaultyDisk next(survivors);
-        ReadOnlyDisk locked(next);
+        support::ReadOnlyDisk locked(next);
         FilePager reader(locked, path);
         EXPECT_EQ(reader.page_count(), pages_at_first);
         EXPECT_FALSE(reader.was_cut_short());

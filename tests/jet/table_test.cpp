@@ -3,6 +3,7 @@
 #include "jet/bytes.h"
 #include "jet/open_database.h"
 #include "support/jet_files.h"
+#include "support/read_only_disk.h"
 #include "support/samples.h"
 
 namespace tolva::jet {
@@ -592,27 +593,7 @@ TEST(Table, AReadOnlyFileIsReadAndNotWritten) {
     file.database().commit();
     file.close();
 
-    class OnlyReading final : public files::FileSystem {
-      public:
-        explicit OnlyReading(files::FileSystem& disk) : disk_(disk) {}
-        std::unique_ptr<files::File> open(const std::string& name, files::OpenMode mode) override {
-            if (mode != files::OpenMode::read)
-                throw basic::RunTimeError(75);
-            return disk_.open(name, mode);
-        }
-        bool exists(const std::string& name) const override { return disk_.exists(name); }
-        bool exists_exactly(const std::string& name) const override { return disk_.exists_exactly(name); }
-        void remove(const std::string&) override { throw basic::RunTimeError(75); }
-        void rename(const std::string&, const std::string&) override { throw basic::RunTimeError(75); }
-        void make_folder(const std::string&) override { throw basic::RunTimeError(75); }
-        std::vector<std::string> list(const std::string& name) const override { return disk_.list(name); }
-        void sync_folder(const std::string&) override { throw basic::RunTimeError(75); }
-        std::string resolve(const std::string& name) const override { return disk_.resolve(name); }
-
-      private:
-        files::FileSystem& disk_;
-    } disk(file.disk());
-
+    support::ReadOnlyDisk disk(file.disk());
     const auto database = Database::open(disk, JetFile::path);
     EXPECT_TRUE(database->read_only());
     Table& table = database->table("Plain");

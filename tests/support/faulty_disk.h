@@ -126,15 +126,11 @@ class FaultyDisk final : public files::FileSystem {
         if (!exists(from))
             fail(53);
         auto node = now_.at(from);
-        const auto queue = [&] {
-            // A rename is one entry of a folder's log: a cut keeps or loses both halves in this model by
-            // keeping only the arrival in doubt.
-            folder_queue_.push_back({to, node});
-        };
-        step(queue);
+        // A cut keeps or loses the arrival; the old name may stay beside it, as a reader cannot tell.
+        step([&] { folder_queue_.push_back({to, node}); });
         now_.erase(from);
         now_[to] = node;
-        queue();
+        folder_queue_.push_back({to, node});
         folder_queue_.push_back({from, nullptr});
     }
     void make_folder(const std::string&) override {}
