@@ -130,6 +130,15 @@ void Form::detach() {
     screen_ = nullptr;
 }
 
+bool Form::event(QEvent* event) {
+    if (event->type() == QEvent::WindowActivate) {
+        draws_attention = false;
+        if (on_activated)
+            on_activated();
+    }
+    return QWidget::event(event);
+}
+
 void Form::closeEvent(QCloseEvent* event) {
     // The window goes when the screen says so.
     event->ignore();

@@ -34,6 +34,11 @@ class Form : public QWidget {
 
     /// Shows what handlers changed.
     void refresh();
+    /// The window came up to draw attention, and nobody has turned to it yet.
+    bool draws_attention = false;
+    /// The window has come to the front.
+    std::function<void()> on_activated;
+
     /// Brings Qt's focus to where the handlers have sent it. Where the control that had it can't have it any
     /// more, the page's first control gets it, as one more event.
     void settle_focus();
@@ -75,6 +80,7 @@ class Form : public QWidget {
     bool eventFilter(QObject* object, QEvent* event) override;
 
   protected:
+    bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
   private:

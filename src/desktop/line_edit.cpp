@@ -71,6 +71,12 @@ void LineEdit::mouseReleaseEvent(QMouseEvent* event) {
         on_click_over();
 }
 
+void LineEdit::mouseDoubleClickEvent(QMouseEvent* event) {
+    QLineEdit::mouseDoubleClickEvent(event);
+    if (event->button() == Qt::LeftButton && on_double_click)
+        on_double_click();
+}
+
 void LineEdit::contextMenuEvent(QContextMenuEvent* event) {
     if (on_click_over)
         on_click_over();

@@ -22,6 +22,7 @@ class LineEdit : public QLineEdit {
     std::function<void(int character)> on_key;
     /// A mouse click has had its effect on the caret.
     std::function<void()> on_click_over;
+    std::function<void()> on_double_click;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -30,6 +31,7 @@ class LineEdit : public QLineEdit {
     void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
 
   private:

@@ -107,7 +107,7 @@ void QtHost::refresh() {
             if (!window.screen->visible())
                 continue;
             if (!window.form)
-                window.form = form_maker(*window.screen, state_);
+                make_window(window);
             window.form->refresh();
         }
         auto showing = std::exchange(showing_, {});
@@ -128,6 +128,18 @@ void QtHost::refresh() {
     for (const platform::Screen* screen : screens)
         if (Window* const window = window_of(screen); window && window->form)
             window->form->settle_focus();
+}
+
+void QtHost::make_window(Window& window) {
+    window.form = form_maker(*window.screen, state_);
+    if (window.screen->name() != main_menu)
+        return;
+    // Coming to the front, the main menu must not bury reminders that nobody has seen.
+    window.form->on_activated = [this] {
+        for (const Window& other : windows_)
+            if (other.form && other.form->isVisible() && other.form->draws_attention)
+                other.form->raise();
+    };
 }
 
 /// Takes hidden screens off the desktop, and lets go of the forms whose screens are gone.
@@ -173,6 +185,7 @@ void QtHost::present(Form& form, platform::ShowMode mode) {
         form.setWindowState(form.windowState() & ~Qt::WindowMinimized);
     }
     form.raise();
+    form.draws_attention = !activate;
     if (activate)
         form.activateWindow();
     else

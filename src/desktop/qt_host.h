@@ -79,6 +79,7 @@ class QtHost final : public platform::Host {
     Window* window_of(const platform::Screen* screen);
     void remove_windows();
     void take_down(Form& form);
+    void make_window(Window& window);
     void present(Form& form, platform::ShowMode mode);
     void size_and_place(Form& form, platform::ShowMode mode) const;
     /// The window that a box or a modal screen belongs to; null when none is on show.

@@ -28,6 +28,12 @@ void TextBinding::show_changes() {
         shown_text_ = text_.text;
         put_text(text_.text);
     }
+    if (shown_strike_out_ != text_.strike_out) {
+        shown_strike_out_ = text_.strike_out;
+        QFont font = widget()->font();
+        font.setStrikeOut(text_.strike_out);
+        widget()->setFont(font);
+    }
     if (wishes_met_ == text_.selection_wishes() || clicking_)
         return;
     wishes_met_ = text_.selection_wishes();
@@ -46,6 +52,11 @@ void TextBinding::user_edited(const std::string& text) {
         return;
     shown_text_ = text;
     form().act([&](platform::Runtime& runtime) { runtime.edit(text_, text); });
+}
+
+void TextBinding::user_double_clicked() {
+    if (text_.on_double_click)
+        form().act([this](platform::Runtime& runtime) { runtime.double_click(text_); });
 }
 
 void TextBinding::click_over() {
@@ -70,6 +81,7 @@ LineBinding::LineBinding(Form& form, platform::TextBox& control)
     }
     edit_->on_key = [this](int character) { user_typed(character); };
     edit_->on_click_over = [this] { click_over(); };
+    edit_->on_double_click = [this] { user_double_clicked(); };
     QObject::connect(edit_, &QLineEdit::textChanged, edit_,
                      [this](const QString& text) { user_edited(from_qt(text)); });
 }

@@ -30,6 +30,7 @@ class TextBinding : public Binding {
 
     void user_typed(int character);
     void user_edited(const std::string& text);
+    void user_double_clicked();
     void click_over();
 
     platform::TextControl& text_control() const { return text_; }
@@ -37,6 +38,7 @@ class TextBinding : public Binding {
   private:
     platform::TextControl& text_;
     std::optional<std::string> shown_text_;
+    bool shown_strike_out_ = false;
     unsigned wishes_met_ = 0;
     bool clicking_ = false;
 };

@@ -274,6 +274,24 @@ TEST_F(Story, OfALongListOpenedByKeysAndLeftUnsaved) {
     EXPECT_EQ(count(*module->listingdb, "select * from [table] where first = 'Changed'"), 0);
 }
 
+TEST_F(Story, OfADoubleClickOnARow) {
+    pass_the_gate();
+    clear_reminders();
+    open_listings();
+    // The second click falls on the form that the first one has brought up, on whatever lies there.
+    auto* const grid = form(listings()).findChild<GridView*>();
+    for (int row = 0; row < 14; ++row) {
+        const QPoint place =
+            in_window(grid->viewport(), grid->visualRect(grid->model()->index(row, 1)).center());
+        QTest::mouseDClick(form(listings()).windowHandle(), Qt::LeftButton, {}, place);
+        settle();
+        EXPECT_EQ(form(listings()).findChild<QStackedWidget*>()->currentIndex(), 1);
+        EXPECT_EQ(QApplication::focusWidget(), widget(listings(), "first")) << row;
+        press(Qt::Key_C, Qt::AltModifier);
+        ASSERT_EQ(form(listings()).findChild<QStackedWidget*>()->currentIndex(), 0);
+    }
+}
+
 TEST_F(Story, OfAQuickSearchThatFindsNobody) {
     pass_the_gate();
     clear_reminders();

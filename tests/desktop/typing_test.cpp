@@ -134,6 +134,23 @@ TEST_F(Typing, ALongTextShowsItsBeginning) {
     EXPECT_EQ(plain->cursorPosition(), 0);
 }
 
+TEST_F(Typing, ATextIsStruckOutAndBack) {
+    handler([&] { screen.plain.strike_out = true; });
+    EXPECT_TRUE(plain->font().strikeOut());
+    handler([&] { screen.plain.strike_out = false; });
+    EXPECT_FALSE(plain->font().strikeOut());
+}
+
+TEST_F(Typing, ADoubleClickIsTold) {
+    int told = 0;
+    screen.plain.on_double_click = [&] { ++told; };
+    click(plain);
+    EXPECT_EQ(told, 0);
+    QTest::mouseDClick(plain->window()->windowHandle(), Qt::LeftButton, {},
+                       in_window(plain, plain->rect().center()));
+    EXPECT_EQ(told, 1);
+}
+
 // --- Selections ---
 
 TEST_F(Typing, TabSelectsWhereItIsTold) {
