@@ -470,7 +470,6 @@ TEST_F(Clockwork, ABoxIgnoresTheKeysThatWereMeantForSomethingElse) {
         click(button_of(box_on_show(), "OK"));
         QCoreApplication::processEvents();
         EXPECT_NE(box_on_show(), nullptr);
-        EXPECT_EQ(answer, 0);
         QTimer::singleShot(400, [] { click(button_of(box_on_show(), "Cancel")); });
     });
     EXPECT_EQ(answer, 2);
@@ -479,9 +478,9 @@ TEST_F(Clockwork, ABoxIgnoresTheKeysThatWereMeantForSomethingElse) {
 TEST_F(Clockwork, ABoxWaitsUntilTheTypingPauses) {
     run([&] {
         for (const int later : {150, 300, 450})
-            QTimer::singleShot(later, [this] {
+            QTimer::singleShot(later, [] {
                 press(Qt::Key_Escape);
-                EXPECT_EQ(answer, 0);
+                EXPECT_NE(box_on_show(), nullptr);
             });
         QTimer::singleShot(900, [] { press(Qt::Key_Escape); });
     });
@@ -490,9 +489,9 @@ TEST_F(Clockwork, ABoxWaitsUntilTheTypingPauses) {
 
 TEST_F(Clockwork, ABoxHasNoButtonThatEnterPressesUnasked) {
     run([&] {
-        QTimer::singleShot(400, [this] {
+        QTimer::singleShot(400, [] {
             press(Qt::Key_Return);
-            EXPECT_EQ(answer, 0) << "Enter answered a question that nobody has turned to";
+            EXPECT_NE(box_on_show(), nullptr) << "Enter answered a question that nobody has turned to";
             press(Qt::Key_Tab);
             press(Qt::Key_Return);
         });
