@@ -92,6 +92,15 @@ void FontTable::set_document_page(int code_page) {
     document_page_ = CodePage(code_page);
 }
 
+void FontTable::add_font_of_early_text() {
+    constexpr int unlikely_number = 32767;
+    if (!document_.fonts.empty())
+        return;
+    begin_font(unlikely_number);
+    font_.family = Font::Family::roman;
+    add();
+}
+
 void FontTable::finish() {
     add();
     if (document_.fonts.empty()) {

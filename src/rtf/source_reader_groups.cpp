@@ -119,6 +119,9 @@ void SourceReader::enter(Destination destined) {
     };
     switch (destined) {
     case Destination::fonts:
+        if (enter_if(in_body()) && !builder_.empty())
+            fonts_.add_font_of_early_text();
+        break;
     case Destination::colours:
     case Destination::list_text:
         enter_if(in_body());
