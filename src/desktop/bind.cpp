@@ -28,6 +28,10 @@ std::unique_ptr<Binding> bind(Form& form, platform::Control& control) {
         binding = std::make_unique<GridBinding>(form, *grid);
     } else if (auto* month = dynamic_cast<platform::MonthView*>(&control)) {
         binding = std::make_unique<MonthBinding>(form, *month);
+    } else if (auto* tabs = dynamic_cast<platform::TabStrip*>(&control)) {
+        binding = std::make_unique<TabBinding>(form, *tabs);
+    } else if (auto* chart = dynamic_cast<platform::Chart*>(&control)) {
+        binding = std::make_unique<ChartBinding>(form, *chart);
     }
     if (binding)
         binding->widget()->setObjectName(to_qt(control.object_name()));

@@ -38,9 +38,7 @@ QAbstractButton* Box::add_button(const char* text, QMessageBox::ButtonRole role)
 
 void Box::keep_from_haste(std::chrono::milliseconds quiet) {
     quiet_ = quiet;
-    // A message box without a default button makes its first one so; here none shall be. The keyboard begins
-    // at the box itself, and Tab leads to the buttons.
-    setDefaultButton(static_cast<QPushButton*>(nullptr));
+    // The keyboard begins at the box itself, and Tab leads to the buttons.
     setFocusPolicy(Qt::StrongFocus);
 }
 
@@ -48,13 +46,19 @@ int Box::ask() {
     if (quiet_.count() > 0) {
         since_key_.start();
         QCoreApplication::instance()->installEventFilter(this);
-        ensurePolished();
-        for (QAbstractButton* button : buttons())
-            static_cast<QPushButton*>(button)->setDefault(false);
-        setFocus(Qt::OtherFocusReason);
     }
     exec();
     return clickedButton() == ok_ ? 1 : 2;
+}
+
+void Box::showEvent(QShowEvent* event) {
+    QMessageBox::showEvent(event);
+    if (quiet_.count() == 0)
+        return;
+    // Coming up, a message box makes a button its default and hands it the focus.
+    for (QAbstractButton* button : buttons())
+        static_cast<QPushButton*>(button)->setDefault(false);
+    setFocus(Qt::OtherFocusReason);
 }
 
 /// Whether the hands are still at what they did when the box came up.

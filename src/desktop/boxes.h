@@ -24,6 +24,9 @@ class Box : public QMessageBox {
 
     bool eventFilter(QObject* object, QEvent* event) override;
 
+  protected:
+    void showEvent(QShowEvent* event) override;
+
   private:
     QAbstractButton* add_button(const char* text, QMessageBox::ButtonRole role);
     bool hasty();

@@ -137,6 +137,35 @@ void MonthBinding::show_changes() {
         calendar_->show_day(view_.value);
 }
 
+// --- Tabs and charts ---
+
+TabBinding::TabBinding(Form& form, platform::TabStrip& control)
+    : Binding(form, control), tabs_(control), bar_(new QTabBar(&form)) {
+    bar_->setFocusPolicy(Qt::StrongFocus);
+    bar_->setExpanding(false);
+    for (const std::string& tab : control.tabs())
+        bar_->addTab(to_qt(tab));
+    QObject::connect(bar_, &QTabBar::currentChanged, bar_, [this](int tab) {
+        if (this->form().updating())
+            return;
+        this->form().act([&](platform::Runtime& runtime) { runtime.select_tab(tabs_, tab + 1); });
+    });
+}
+
+void TabBinding::show_changes() {
+    bar_->setCurrentIndex(tabs_.selected - 1);
+}
+
+ChartBinding::ChartBinding(Form& form, platform::Chart& control)
+    : Binding(form, control), chart_(control), view_(new ChartView(&form)) {
+    view_->set_title(to_qt(control.title));
+}
+
+void ChartBinding::show_changes() {
+    if (changed(bars_, chart_.bars))
+        view_->show(chart_.bars);
+}
+
 // --- Menus ---
 
 MenuBinding::MenuBinding(Form& form, platform::MenuEntry& control, QWidget& above)

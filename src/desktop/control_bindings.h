@@ -5,13 +5,17 @@
 #include <QGroupBox>
 #include <QMenu>
 #include <QRadioButton>
+#include <QTabBar>
 
 #include "desktop/binding.h"
+#include "desktop/chart_view.h"
 #include "desktop/grid_view.h"
 #include "desktop/month_calendar.h"
 #include "desktop/push_button.h"
+#include "platform/chart.h"
 #include "platform/controls.h"
 #include "platform/grid.h"
+#include "platform/tab_strip.h"
 
 namespace tolva::desktop {
 
@@ -112,6 +116,33 @@ class MonthBinding final : public Binding {
     platform::MonthView& view_;
     MonthCalendar* calendar_;
     std::optional<basic::Date> value_;
+};
+
+class TabBinding final : public Binding {
+  public:
+    TabBinding(Form& form, platform::TabStrip& control);
+    QWidget* widget() const override { return bar_; }
+
+  protected:
+    void show_changes() override;
+
+  private:
+    platform::TabStrip& tabs_;
+    QTabBar* bar_;
+};
+
+class ChartBinding final : public Binding {
+  public:
+    ChartBinding(Form& form, platform::Chart& control);
+    QWidget* widget() const override { return view_; }
+
+  protected:
+    void show_changes() override;
+
+  private:
+    platform::Chart& chart_;
+    ChartView* view_;
+    std::optional<std::vector<platform::Chart::Bar>> bars_;
 };
 
 /// An entry of the menu bar or of a menu, with the entries below it.

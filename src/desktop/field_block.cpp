@@ -42,6 +42,13 @@ bool grows_down(const Row& row) {
     });
 }
 
+/// The control that an entry's label names.
+const char* named_by_label(const Entry& entry) {
+    const auto first = std::find_if(entry.fields.begin(), entry.fields.end(),
+                                    [](const Field& field) { return field.kind != Field::Kind::word; });
+    return first->control;
+}
+
 /// The controls of one entry, side by side.
 QHBoxLayout* make_fields(FormBuilder& builder, const Entry& entry) {
     auto* const row = new QHBoxLayout;
@@ -112,8 +119,7 @@ void fill_block(FormBuilder& builder, QWidget& frame, const std::vector<Row>& ro
             const bool labelled = *entry.label != '\0';
             const bool beside = labelled && !entry.label_above;
             QLabel* const label =
-                labelled ? builder.label(QString::fromUtf8(entry.label), entry.fields.front().control)
-                         : nullptr;
+                labelled ? builder.label(QString::fromUtf8(entry.label), named_by_label(entry)) : nullptr;
             if (beside)
                 grid->addWidget(label, field_line, column, Qt::AlignRight | Qt::AlignVCenter);
             else if (label)

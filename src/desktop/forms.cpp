@@ -27,6 +27,10 @@ constexpr Layout layouts[] = {
     {"zipcode", build_zipcode},
     {"generalmessage", build_generalmessage},
     {"generalmessagecreate", build_generalmessagecreate},
+    {"planner", build_planner},
+    {"appointment", build_appointment},
+    {"graph", build_graph},
+    {"paymentcalculator", build_paymentcalculator},
 };
 
 } // namespace

@@ -21,6 +21,10 @@ void build_addresssearch(FormBuilder& builder);
 void build_zipcode(FormBuilder& builder);
 void build_generalmessage(FormBuilder& builder);
 void build_generalmessagecreate(FormBuilder& builder);
+void build_planner(FormBuilder& builder);
+void build_appointment(FormBuilder& builder);
+void build_graph(FormBuilder& builder);
+void build_paymentcalculator(FormBuilder& builder);
 
 /// The window of a screen, laid out by the screen's name and not shown yet.
 std::unique_ptr<Form> make_form(platform::Screen& screen, EventState& state);

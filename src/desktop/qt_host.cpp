@@ -242,8 +242,13 @@ int QtHost::box(const std::string& text, const std::string& title, platform::Box
     int answer = 0;
     {
         Box box(behind, text, title, buttons);
-        if (state_.by_clock)
+        if (state_.by_clock) {
             box.keep_from_haste(quiet_time);
+            // Whoever works in another program goes on there.
+            if (QGuiApplication::applicationState() != Qt::ApplicationActive)
+                box.setAttribute(Qt::WA_ShowWithoutActivating);
+            QApplication::alert(behind ? behind.data() : &box);
+        }
         answer = box.ask();
     }
     // Not every window manager goes back by itself.

@@ -4,11 +4,12 @@
 #include <cstdio>
 #include <functional>
 
-#include "desktop/application_icon.h"
+#include "analysis/graph.h"
 #include "desktop/qt_host.h"
 #include "desktop/text.h"
 #include "messages/generalmessagecreate.h"
 #include "messages/message_kind.h"
+#include "messages/planner.h"
 #include "records/listings.h"
 #include "shell/assembly.h"
 #include "shell/form1.h"
@@ -58,6 +59,10 @@ class Walk {
         show_and_take("search-prospects", module_.prospectsearch);
         show_and_take("search-addresses", module_.addresssearch);
         show_and_take("zip-code", module_.zipcode);
+        planner();
+        show_and_take("appointment", module_.appointment);
+        graphs();
+        show_and_take("payment-calculator", module_.paymentcalculator);
         box();
     }
 
@@ -148,6 +153,33 @@ class Walk {
             module_.messagekind = kind;
             show_and_take(name, module_.generalmessagecreate);
         }
+    }
+
+    void planner() {
+        if (!module_.planner.exists())
+            return;
+        auto& screen = module_.planner();
+        event([&] {
+            screen.show();
+            screen.open_day(module_.today());
+        });
+        take("planner-to-do", screen);
+        runtime_.select_tab(screen.TabStrip1, 2);
+        take("planner-day", screen);
+        event([&] { screen.hide(); });
+    }
+
+    void graphs() {
+        if (!module_.graph.exists())
+            return;
+        auto& screen = dynamic_cast<analysis::graph&>(module_.graph());
+        event([&] {
+            screen.show();
+            screen.mon1.set_list_index(0);
+        });
+        runtime_.click(screen.Command1);
+        take("graphs", screen);
+        event([&] { screen.unload(); });
     }
 
     void box() {
