@@ -154,7 +154,10 @@ Document slice(const Document& document, std::size_t from, std::size_t to) {
     if (result.paragraphs.size() > 1 && last.offset == 0 && shows_nothing(tail) &&
         (last.before_list_text || !list_length_of(tail))) {
         result.paragraphs.pop_back();
-        result.unended = false;
+        Paragraph& back = result.paragraphs.back();
+        result.unended = back.end == Paragraph::End::cell;
+        if (result.unended)
+            back.runs.push_back({"\t", back.mark, nullptr});
     }
     for (Paragraph& paragraph : result.paragraphs)
         paragraph.ends_section = false;

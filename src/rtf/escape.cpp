@@ -10,16 +10,17 @@ namespace {
 
 constexpr char digits[] = "0123456789abcdef";
 
-void write_byte(std::string& out, unsigned char byte) {
-    if (byte == '\\' || byte == '{' || byte == '}') {
+/// A byte of the page. In a symbol font the format's own characters are glyphs, which not every reader takes
+/// from behind a backslash.
+void write_byte(std::string& out, unsigned char byte, bool symbol) {
+    const bool special = byte == '\\' || byte == '{' || byte == '}';
+    if (special && !symbol) {
         out += '\\';
         out += static_cast<char>(byte);
-    } else if (byte >= 0x20 && byte < 0x7F) {
+    } else if (byte >= 0x20 && byte < 0x7F && !special) {
         out += static_cast<char>(byte);
     } else {
-        out += "\\'";
-        out += digits[byte >> 4];
-        out += digits[byte & 0xF];
+        write_raw_byte(out, static_cast<char>(byte));
     }
 }
 
@@ -29,31 +30,48 @@ void write_unit(std::string& out, char32_t unit) {
     out += '?';
 }
 
-void write_character(std::string& out, char32_t character, const CodePage& page) {
+/// Characters that the format has words or symbols for; null for others.
+const char* word_of(char32_t character) {
     switch (character) {
     case U'\t':
-        out += "\\tab ";
-        return;
+        return "\\tab ";
     case U'\v':
-        out += "\\line ";
-        return;
+        return "\\line ";
     case U'\f':
-        out += "\\page ";
-        return;
+        return "\\page ";
     case 0xA0:
-        out += "\\~";
-        return;
+        return "\\~";
     case 0xAD:
-        out += "\\-";
-        return;
+        return "\\-";
     case 0x2011:
-        out += "\\_";
-        return;
+        return "\\_";
+    case 0x2013:
+        return "\\endash ";
+    case 0x2014:
+        return "\\emdash ";
+    case 0x2018:
+        return "\\lquote ";
+    case 0x2019:
+        return "\\rquote ";
+    case 0x201C:
+        return "\\ldblquote ";
+    case 0x201D:
+        return "\\rdblquote ";
+    case 0x2022:
+        return "\\bullet ";
     default:
-        break;
+        return nullptr;
+    }
+}
+
+void write_character(std::string& out, char32_t character, const CodePage& page) {
+    const bool glyph = page.is_symbol() && page.encode(character);
+    if (const char* const word = word_of(character); word && !glyph) {
+        out += word;
+        return;
     }
     if (const std::optional<unsigned char> byte = page.encode(character)) {
-        write_byte(out, *byte);
+        write_byte(out, *byte, page.is_symbol());
     } else if (character > 0xFFFF) {
         write_unit(out, 0xD800 + ((character - 0x10000) >> 10));
         write_unit(out, 0xDC00 + ((character - 0x10000) & 0x3FF));
@@ -92,6 +110,13 @@ void write_escaped(std::string& out, std::string_view utf8, const CodePage& page
             write_character(out, character, page);
         utf8.remove_prefix(sequence.size());
     }
+}
+
+void write_raw_byte(std::string& out, char byte) {
+    const auto value = static_cast<unsigned char>(byte);
+    out += "\\'";
+    out += digits[value >> 4];
+    out += digits[value & 0xF];
 }
 
 void write_hex(std::string& out, std::string_view bytes) {

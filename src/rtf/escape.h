@@ -12,6 +12,9 @@ namespace tolva::rtf {
 /// breaks become their words. A word ahead of it in the output must already be closed by a blank.
 void write_escaped(std::string& out, std::string_view utf8, const CodePage& page);
 
+/// A byte as \'xx.
+void write_raw_byte(std::string& out, char byte);
+
 /// Bytes as pairs of hexadecimal digits, in lines of 128.
 void write_hex(std::string& out, std::string_view bytes);
 

@@ -24,7 +24,8 @@ class FontTable {
     void alternative(std::string_view utf8);
     /// The code page that the font's own name is written in.
     CodePage page() const;
-    /// Ahead of the table: text has gone before it, and needs a font that the table doesn't give a meaning to.
+    /// Ahead of the table: text has gone before it, and needs a font that the table doesn't give a meaning
+    /// to.
     void add_font_of_early_text();
     /// At the end of the table, and at the end of a source without one: there always is a font.
     void finish();

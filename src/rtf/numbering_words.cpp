@@ -121,7 +121,11 @@ void write_numbering(std::string& out, const Numbering& numbering, const SourceF
     }
     word("pnindent", numbering.indent, 0);
     word("pnsp", numbering.space, 0);
-    word("pnstart", numbering.start, 1);
+    // Told even where it is the first number: readers differ in what they take for it.
+    if (numbering.kind != NumberKind::none && numbering.kind != NumberKind::bullet)
+        out += "\\pnstart" + std::to_string(numbering.start);
+    else
+        word("pnstart", numbering.start, 1);
     if (numbering.hanging)
         out += "\\pnhang";
     if (!numbering.before.empty()) {

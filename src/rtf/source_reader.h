@@ -42,6 +42,8 @@ class SourceReader {
     /// A field or object whose group is open.
     struct Mark {
         std::shared_ptr<Inset> inset;
+        /// What holds ahead of it and behind it.
+        CharacterFormat characters;
         bool placed = false;
     };
 

@@ -3,9 +3,44 @@
 #include <algorithm>
 #include <utility>
 
+#include "rtf/escape.h"
 #include "rtf/limits.h"
 
 namespace tolva::rtf {
+
+namespace {
+
+/// Source to be kept, with its raw bytes spelled out, so that what we write is ASCII; binary bytes stay.
+std::string in_ascii(std::string_view source, RawBytes raw_bytes) {
+    const auto is_raw = [](char byte) { return static_cast<unsigned char>(byte) >= 0x80; };
+    if (std::none_of(source.begin(), source.end(), is_raw) || source.find("\\bin") != std::string_view::npos)
+        return std::string(source);
+    static const CodePage utf8(CodePage::utf_8);
+    std::string result;
+    while (!source.empty()) {
+        const std::size_t plain =
+            static_cast<std::size_t>(std::find_if(source.begin(), source.end(), is_raw) - source.begin());
+        result += source.substr(0, plain);
+        source.remove_prefix(plain);
+        if (source.empty())
+            break;
+        const std::string_view sequence =
+            source.substr(0, utf8.length(static_cast<unsigned char>(source.front())));
+        if (raw_bytes == RawBytes::utf8 && sequence.size() > 1 && utf8.decode(sequence) != 0xFFFD) {
+            // In a group of its own, as the skip count around it isn't known.
+            result += "{\\uc1 ";
+            write_escaped(result, sequence, utf8);
+            result += '}';
+            source.remove_prefix(sequence.size());
+        } else {
+            write_raw_byte(result, source.front());
+            source.remove_prefix(1);
+        }
+    }
+    return result;
+}
+
+} // namespace
 
 void SourceReader::open_group() {
     group_begins_ = true;
@@ -48,7 +83,7 @@ std::string SourceReader::take_group() {
     const Lexer::Skip skip = lexer_.skip_group();
     std::string source;
     if (skip == Lexer::Skip::whole) {
-        source = lexer_.slice(start, lexer_.position());
+        source = in_ascii(lexer_.slice(start, lexer_.position()), raw_bytes_);
         // The source is going to stand where \uc1 is in force.
         if (unicode_skip != 1 && source.find("\\u") != std::string::npos)
             source = "{\\uc" + std::to_string(unicode_skip) + source + "}";
@@ -103,7 +138,7 @@ void SourceReader::begin_alternative(Destination destined) {
 void SourceReader::place_mark() {
     Mark& mark = marks_.back();
     if (!mark.placed)
-        builder_.add_inset(mark.inset, groups_.back().characters);
+        builder_.add_inset(mark.inset, mark.characters);
     mark.placed = true;
 }
 
@@ -207,7 +242,7 @@ void SourceReader::enter_field(Inset::Kind kind) {
         return;
     }
     groups_.back().destination = kind == Inset::Kind::field ? Destination::field : Destination::object;
-    marks_.push_back({std::make_shared<Inset>(), false});
+    marks_.push_back({std::make_shared<Inset>(), groups_.back().characters, false});
     marks_.back().inset->kind = kind;
 }
 
@@ -282,7 +317,7 @@ void SourceReader::leave(const Group& left) {
         if (marks_.back().placed) {
             auto end = std::make_shared<Inset>();
             end->kind = Inset::Kind::end;
-            builder_.add_inset(std::move(end), group.characters);
+            builder_.add_inset(std::move(end), marks_.back().characters);
         }
         marks_.pop_back();
         break;
