@@ -1,5 +1,7 @@
 #include "desktop/control_bindings.h"
 
+#include <QApplication>
+
 #include "desktop/form.h"
 #include "desktop/text.h"
 
@@ -125,11 +127,18 @@ MonthBinding::MonthBinding(Form& form, platform::MonthView& control)
         this->form().act([&](platform::Runtime& runtime) { runtime.pick_date(view_, date); });
     };
     calendar_->on_move = [this](basic::Date date) {
-        if (this->form().updating())
+        if (this->form().updating() || view_.on_date_click)
             return;
         value_ = date;
         this->form().act([&](platform::Runtime& runtime) { runtime.move_to_date(view_, date); });
     };
+}
+
+/// A day that was looked for and not picked isn't left on show.
+void MonthBinding::focus_went() {
+    const QWidget* const now = QApplication::focusWidget();
+    if (now && form().isAncestorOf(now) && !calendar_->isAncestorOf(now))
+        form().change_widgets([this] { calendar_->show_day(view_.value); });
 }
 
 void MonthBinding::show_changes() {

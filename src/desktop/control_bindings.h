@@ -104,10 +104,13 @@ class GridBinding final : public Binding {
     int row_ = 0;
 };
 
+/// A screen that listens to clicks has its value changed by a click or Enter alone: what it shows belongs to
+/// that day, and the arrows only look for another. Where nobody listens, the value follows the arrows.
 class MonthBinding final : public Binding {
   public:
     MonthBinding(Form& form, platform::MonthView& control);
     QWidget* widget() const override { return calendar_; }
+    void focus_went() override;
 
   protected:
     void show_changes() override;

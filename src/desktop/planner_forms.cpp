@@ -25,6 +25,8 @@ QGridLayout* scrolling_frame(FormBuilder& builder, const char* frame) {
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setFocusPolicy(Qt::NoFocus);
+    constexpr int lines_in_sight = 24;
+    scroll->setMinimumHeight(lines_in_sight * scroll->fontMetrics().height());
     scroll->setWidget(page);
     column->addWidget(scroll);
     return grid;

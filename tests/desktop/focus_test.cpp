@@ -275,14 +275,34 @@ TEST_F(Month, AClickOnANeighbouringMonthsDayPicksItToo) {
     EXPECT_EQ(calendar->monthShown(), 12);
 }
 
-TEST_F(Month, ArrowsMoveTheValueAndEnterPicksIt) {
+TEST_F(Month, ArrowsOnlyLookForADayWhereAClickIsListenedTo) {
     bench.runtime.run([&] { screen.month.set_focus(); });
     screen.take_diary();
     press(Qt::Key_Right);
-    EXPECT_EQ(basic::date_to_text(screen.month.value), "11/21/2026");
+    EXPECT_EQ(calendar->selectedDate(), QDate(2026, 11, 21));
+    EXPECT_EQ(basic::date_to_text(screen.month.value), "11/20/2026");
     EXPECT_EQ(screen.take_diary(), Diary{});
     press(Qt::Key_Return);
     EXPECT_EQ(screen.take_diary(), Diary{"day 11/21/2026"});
+    EXPECT_EQ(basic::date_to_text(screen.month.value), "11/21/2026");
+}
+
+TEST_F(Month, ADayLookedForIsNotLeftOnShow) {
+    bench.runtime.run([&] { screen.month.set_focus(); });
+    press(Qt::Key_Right);
+    click(bench.widget("plain"));
+    EXPECT_EQ(calendar->selectedDate(), QDate(2026, 11, 20));
+}
+
+TEST_F(Month, TheValueFollowsTheArrowsWhereNobodyListens) {
+    bench.runtime.run([&] {
+        screen.month.on_date_click = nullptr;
+        screen.month.set_focus();
+    });
+    press(Qt::Key_Right);
+    EXPECT_EQ(basic::date_to_text(screen.month.value), "11/21/2026");
+    click(bench.widget("plain"));
+    EXPECT_EQ(calendar->selectedDate(), QDate(2026, 11, 21));
 }
 
 TEST_F(Month, TurningThePageChangesNothing) {
