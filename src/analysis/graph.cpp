@@ -62,8 +62,10 @@ void graph::Command1_Click() {
     const double y1 = basic::leading_number(year1.text);
     const double y2 = basic::leading_number(year2.text);
     const std::string begin = basic::spaced_number_text(m1) + "/1/" + basic::spaced_number_text(y1);
-    const int days = module::daysinmonth(module_.to_date(basic::spaced_number_text(m2) + "/1/" + basic::spaced_number_text(y2)));
-    const std::string end = basic::spaced_number_text(m2) + "/" + std::to_string(days) + "/" + basic::spaced_number_text(y2);
+    const int days = module::daysinmonth(
+        module_.to_date(basic::spaced_number_text(m2) + "/1/" + basic::spaced_number_text(y2)));
+    const std::string end =
+        basic::spaced_number_text(m2) + "/" + std::to_string(days) + "/" + basic::spaced_number_text(y2);
     int months = months_between(module_.to_date(begin), module_.to_date(end));
     if (months < 0) {
         runtime().message("Invalid Dates!", "Error");
