@@ -179,9 +179,9 @@ class StructureCheck {
             if (!first)
                 return;
             first = false;
-            const std::uint32_t stamp =
-                get32(pager_.read(place.page)->data() + pager_.format().data.long_value_stamp);
-            if (stamp != head.stamp && head.form == LongValueHead::Form::chain)
+            const std::size_t stamp = pager_.format().data.long_value_stamp;
+            if (stamp != 0 && head.form == LongValueHead::Form::chain &&
+                get32(pager_.read(place.page)->data() + stamp) != head.stamp)
                 say(place.page,
                     "has another stamp than a long value of page " + std::to_string(where) + " expects");
         });
@@ -263,6 +263,7 @@ class StructureCheck {
         using Entry = std::pair<RowId, Key>;
         std::vector<Entry> there, expected;
         // A longer key is that of a program which knows no limit; then only the row counts.
+        const std::size_t longest_key = pager_.format().longest_key;
         std::set<RowId> unlimited;
         tree.walk([&](std::span<const std::uint8_t> key, RowId row) {
             if (key.size() > longest_key)

@@ -11,11 +11,16 @@ namespace {
 
 constexpr char jet4_magic[] = "MR2";
 constexpr char jet3_magic[] = "KKD";
+constexpr std::size_t magic_size = 4; // with its closing zero
 constexpr std::uint16_t names_chunk = 0x80;
 constexpr std::uint16_t column_chunk = 1;
 constexpr std::uint8_t boolean_type = 1;
 constexpr char required_name[] = "Required";
 constexpr char zero_length_name[] = "AllowZeroLength";
+
+const char* magic_of(const Format& format) {
+    return format.version == Format::Version::jet4 ? jet4_magic : jet3_magic;
+}
 
 /// Takes pieces off the front; an empty one when there is not enough.
 class Pieces {
@@ -41,10 +46,10 @@ void append16(std::vector<std::uint8_t>& out, std::size_t value) {
     put16(out.data() + out.size() - 2, value);
 }
 
-void append_name(std::vector<std::uint8_t>& out, const std::string& name) {
+void append_name(std::vector<std::uint8_t>& out, const std::string& name, const Format& format) {
     const std::u16string units = to_utf16(name);
-    append16(out, units.size() * 2);
-    encode_text(out, units, false, jet4_format);
+    append16(out, units.size() * format.character_size);
+    encode_text(out, units, false, format);
 }
 
 /// A chunk: its length (this head included), its kind, its content.
@@ -59,17 +64,14 @@ void append_chunk(std::vector<std::uint8_t>& out, std::uint16_t kind,
 
 } // namespace
 
-std::map<std::string, ColumnRules> read_column_properties(std::span<const std::uint8_t> blob) {
+std::map<std::string, ColumnRules> read_column_properties(std::span<const std::uint8_t> blob,
+                                                          const Format& format) {
     std::map<std::string, ColumnRules> rules;
-    if (blob.size() < 4 ||
-        (std::memcmp(blob.data(), jet4_magic, 4) != 0 && std::memcmp(blob.data(), jet3_magic, 4) != 0))
+    if (blob.size() < magic_size || std::memcmp(blob.data(), magic_of(format), magic_size) != 0)
         return rules;
-    const bool wide = blob[0] == 'M';
-    const auto text = [&](std::span<const std::uint8_t> bytes) {
-        return wide ? decode_text(bytes) : std::string(bytes.begin(), bytes.end());
-    };
+    const auto text = [&](std::span<const std::uint8_t> bytes) { return decode_text(bytes, format); };
     std::vector<std::string> names;
-    Pieces chunks(blob.subspan(4));
+    Pieces chunks(blob.subspan(magic_size));
     while (chunks.has(6)) {
         const std::uint32_t size = chunks.take32();
         const std::uint16_t kind = chunks.take16();
@@ -105,18 +107,18 @@ std::map<std::string, ColumnRules> read_column_properties(std::span<const std::u
     return rules;
 }
 
-std::vector<std::uint8_t> write_column_properties(const TableSchema& table) {
+std::vector<std::uint8_t> write_column_properties(const TableSchema& table, const Format& format) {
     std::vector<std::uint8_t> names;
-    append_name(names, zero_length_name);
-    append_name(names, required_name);
-    std::vector<std::uint8_t> blob(jet4_magic, jet4_magic + 4);
+    append_name(names, zero_length_name, format);
+    append_name(names, required_name, format);
+    std::vector<std::uint8_t> blob(magic_of(format), magic_of(format) + magic_size);
     append_chunk(blob, names_chunk, names);
     for (const ColumnSchema& column : table.columns) {
         const bool has_length = column.type == ColumnType::text || column.type == ColumnType::memo;
         if (!has_length && !column.required)
             continue;
         std::vector<std::uint8_t> name;
-        append_name(name, column.name);
+        append_name(name, column.name, format);
         std::vector<std::uint8_t> content(4);
         put32(content.data(), static_cast<std::uint32_t>(name.size() + 4));
         content.insert(content.end(), name.begin(), name.end());

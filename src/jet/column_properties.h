@@ -19,9 +19,10 @@ struct ColumnRules {
 
 /// Reads the property blob of a table's catalog row, by column name. Bytes that make no sense end the
 /// reading; what was understood until then counts.
-std::map<std::string, ColumnRules> read_column_properties(std::span<const std::uint8_t> blob);
+std::map<std::string, ColumnRules> read_column_properties(std::span<const std::uint8_t> blob,
+                                                          const Format& format);
 
 /// The blob of a new table: both properties of each column that departs from an engine's defaults.
-std::vector<std::uint8_t> write_column_properties(const TableSchema& table);
+std::vector<std::uint8_t> write_column_properties(const TableSchema& table, const Format& format);
 
 } // namespace tolva::jet

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "files/file_system.h"
+#include "jet/format.h"
 #include "jet/schema.h"
 #include "jet/table.h"
 
@@ -21,9 +22,10 @@ class Database {
     /// names file, page and reason), 3045 held by another process.
     static std::unique_ptr<Database> open(files::FileSystem& disk, const std::string& path);
 
-    /// Makes a new Jet 4 file with these tables, empty. Error 58 when the path exists.
+    /// Makes a new file with these tables, empty. Error 58 when the path exists.
     static void create(files::FileSystem& disk, const std::string& path,
-                       const std::vector<TableSchema>& tables);
+                       const std::vector<TableSchema>& tables,
+                       Format::Version version = Format::Version::jet4);
 
     virtual const std::string& path() const = 0;
     virtual bool read_only() const = 0;

@@ -15,12 +15,9 @@ namespace {
 // What every definition has in these places.
 constexpr std::uint32_t definition_magic = 1625;
 constexpr std::uint32_t index_magic = 0x0783;
-constexpr std::size_t definition_magic_offset = 0x0c;
-constexpr std::size_t column_magic_offset = 1;
 constexpr std::uint8_t user_kind = 0x4e, system_kind = 0x53;
 constexpr std::uint8_t system_column_flag = 0x10;
-constexpr std::uint8_t index_usual_flag = 0x80;
-constexpr std::uint16_t general_order = 1033;
+constexpr std::uint16_t general_order = 1033, western_page = 1252;
 constexpr std::size_t parts_of_an_index = 10;
 constexpr int default_text_size = 255;
 
@@ -110,8 +107,10 @@ class DefinitionWriter {
         for (const ColumnSchema& column : table_.columns)
             variable += !is_fixed(column);
         std::uint8_t* const at = bytes_.data();
-        put32(at + definition_magic_offset, definition_magic);
-        put32(at + d.auto_step, 1);
+        if (d.magic != 0)
+            put32(at + d.magic, definition_magic);
+        if (d.auto_step != 0)
+            put32(at + d.auto_step, 1);
         at[d.kind] = is_system_ ? system_kind : user_kind;
         put16(at + d.most_columns, table_.columns.size());
         put16(at + d.variable_columns, variable);
@@ -128,7 +127,8 @@ class DefinitionWriter {
         std::uint8_t* const at = grow(c.size);
         const std::size_t length = length_of(column, format_);
         at[c.type] = static_cast<std::uint8_t>(column.type);
-        put32(at + column_magic_offset, definition_magic);
+        if (c.magic != 0)
+            put32(at + c.magic, definition_magic);
         put16(at + c.id, next_id_);
         put16(at + c.variable_index, next_variable_);
         put16(at + c.position, next_id_);
@@ -137,6 +137,8 @@ class DefinitionWriter {
             at[c.scale] = static_cast<std::uint8_t>(column.scale);
         } else {
             put16(at + c.text_order, general_order);
+            if (c.code_page != 0)
+                put16(at + c.code_page, western_page);
         }
         std::uint8_t flags = Column::nullable_flag;
         if (is_system_)
@@ -147,7 +149,7 @@ class DefinitionWriter {
             flags |= Column::auto_number_flag;
         at[c.flags] = flags;
         const bool compresses = column.type == ColumnType::text || column.type == ColumnType::memo;
-        if (compresses && !is_system_)
+        if (c.more_flags != 0 && compresses && !is_system_)
             at[c.more_flags] = Column::compressed_flag;
         if (is_fixed(column) && column.type != ColumnType::boolean) {
             put16(at + c.fixed_offset, next_fixed_);
@@ -160,7 +162,12 @@ class DefinitionWriter {
 
     void name(const std::string& text) {
         const std::u16string units = to_utf16(text);
-        put16(grow(2), units.size() * 2);
+        const std::size_t head = format_.definition.name_count_size,
+                          size = units.size() * format_.character_size;
+        if (head == 1)
+            *grow(head) = static_cast<std::uint8_t>(size);
+        else
+            put16(grow(head), size);
         encode_text(bytes_, units, false, format_);
     }
 
@@ -174,7 +181,8 @@ class DefinitionWriter {
     void real_index(const IndexSchema& index, RecordPlace map, PageNumber root) {
         const auto& r = format_.real_index;
         std::uint8_t* const at = grow(r.size);
-        put32(at, index_magic);
+        if (r.has_magic)
+            put32(at, index_magic);
         for (std::size_t i = 0; i < parts_of_an_index; ++i) {
             std::uint8_t* const part = at + r.parts + 3 * i;
             put16(part, i < index.parts.size() ? id_of(index.parts[i].column) : 0xffff);
@@ -182,7 +190,7 @@ class DefinitionWriter {
         }
         put32(at + r.owned_map, map.stored());
         put32(at + r.root, root);
-        std::uint8_t flags = index_usual_flag;
+        std::uint8_t flags = r.usual_flag;
         if (index.unique || index.primary)
             flags |= RealIndex::unique_flag;
         if (index.ignore_nulls)
@@ -195,7 +203,8 @@ class DefinitionWriter {
     void logical_index(const IndexSchema& index, std::size_t number) {
         const auto& l = format_.logical_index;
         std::uint8_t* const at = grow(l.size);
-        put32(at, definition_magic);
+        if (format_.real_index.has_magic)
+            put32(at, definition_magic);
         put32(at + l.number, static_cast<std::uint32_t>(number));
         put32(at + l.real_number, static_cast<std::uint32_t>(number));
         put32(at + l.relation + 1, 0xffff'ffff); // part of no relation

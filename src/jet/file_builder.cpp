@@ -47,27 +47,29 @@ IndexSchema index(const char* name, std::vector<const char*> columns) {
 }
 
 /// The four tables that every file has, on pages 2 to 5.
-std::vector<TableSchema> system_tables() {
+std::vector<TableSchema> system_tables(const Format& format) {
     using T = ColumnType;
+    const int longest_bytes = format.version == Format::Version::jet4 ? 510 : 255;
     TableSchema objects{
         "MSysObjects",
         {column("Id", T::long_integer), column("ParentId", T::long_integer), column("Name", T::text, 255),
          column("Type", T::integer), column("DateCreate", T::date), column("DateUpdate", T::date),
-         column("Owner", T::binary, 510), column("Flags", T::long_integer), column("Database", T::memo),
-         column("Connect", T::memo), column("ForeignName", T::text, 255),
-         column("RmtInfoShort", T::binary, 510), column("RmtInfoLong", T::ole), column("Lv", T::ole),
-         column("LvProp", T::ole), column("LvModule", T::ole), column("LvExtra", T::ole)},
+         column("Owner", T::binary, longest_bytes), column("Flags", T::long_integer),
+         column("Database", T::memo), column("Connect", T::memo), column("ForeignName", T::text, 255),
+         column("RmtInfoShort", T::binary, longest_bytes), column("RmtInfoLong", T::ole),
+         column("Lv", T::ole), column("LvProp", T::ole), column("LvModule", T::ole),
+         column("LvExtra", T::ole)},
         {index("ParentIdName", {"ParentId", "Name"}), index("Id", {"Id"})}};
     objects.indexes[0].unique = true;
     objects.indexes[1].primary = true;
     TableSchema rights{"MSysACEs",
-                       {column("ObjectId", T::long_integer), column("SID", T::binary, 510),
+                       {column("ObjectId", T::long_integer), column("SID", T::binary, longest_bytes),
                         column("ACM", T::long_integer), column("FInheritable", T::boolean)},
                        {index("ObjectId", {"ObjectId"})}};
     rights.indexes[0].required = true;
     TableSchema queries{"MSysQueries",
                         {column("ObjectId", T::long_integer), column("Attribute", T::byte),
-                         column("Order", T::binary, 510), column("Name1", T::text, 255),
+                         column("Order", T::binary, longest_bytes), column("Name1", T::text, 255),
                          column("Name2", T::text, 255), column("Expression", T::memo),
                          column("Flag", T::integer), column("LvExtra", T::long_integer)},
                         {index("ObjectIdAttribute", {"ObjectId", "Attribute", "Order"})}};
@@ -87,11 +89,12 @@ std::vector<TableSchema> system_tables() {
 
 class FileBuilder {
   public:
-    explicit FileBuilder(const std::string& path) : pager_(jet4_format, path), space_(pager_) {}
+    FileBuilder(const Format& format, const std::string& path)
+        : format_(format), pager_(format, path), space_(pager_) {}
 
     std::vector<std::uint8_t> build(const std::vector<TableSchema>& tables) {
         start();
-        const auto own = system_tables();
+        const auto own = system_tables(format_);
         MapPages system_maps(pager_, space_);
         for (PageNumber page = 0; page < own.size(); ++page)
             definitions_.push_back(write_table_definition(pager_, space_, system_maps,
@@ -122,10 +125,10 @@ class FileBuilder {
     void start() {
         for (PageNumber page = 0; page < 6; ++page)
             pager_.append();
-        write_header(jet4_format, pager_.modify(0), birth);
-        DataPageEditor::start(jet4_format, pager_.modify(1), 1);
-        DataPageEditor maps(jet4_format, pager_.path(), 1, pager_.modify(1));
-        std::vector<std::uint8_t> map(jet4_format.map.inline_size, 0xff);
+        write_header(format_, pager_.modify(0), birth);
+        DataPageEditor::start(format_, pager_.modify(1), 1);
+        DataPageEditor maps(format_, pager_.path(), 1, pager_.modify(1));
+        std::vector<std::uint8_t> map(format_.map.inline_size, 0xff);
         std::fill_n(map.begin(), 5, std::uint8_t{0});
         map[5] = 0xc0; // all free but the first six pages
         maps.put(0, map, 0);
@@ -153,9 +156,11 @@ class FileBuilder {
         const PageNumber page = space_.allocate();
         MapPages maps(pager_, space_);
         write_table_definition(pager_, space_, maps, page, table, false);
-        add_object(page, tables_container, table.name, table_type, 0, write_column_properties(table));
+        add_object(page, tables_container, table.name, table_type, 0,
+                   write_column_properties(table, pager_.format()));
     }
 
+    const Format& format_;
     MemoryPager pager_;
     PageSpace space_;
     std::vector<TableDefinition> definitions_;
@@ -166,10 +171,11 @@ class FileBuilder {
 } // namespace
 
 void Database::create(files::FileSystem& disk, const std::string& path,
-                      const std::vector<TableSchema>& tables) {
+                      const std::vector<TableSchema>& tables, Format::Version version) {
     if (disk.exists(path))
         throw basic::RunTimeError(58);
-    files::replace_whole(disk, path, FileBuilder(disk.resolve(path)).build(tables));
+    const Format& format = version == Format::Version::jet4 ? jet4_format : jet3_format;
+    files::replace_whole(disk, path, FileBuilder(format, disk.resolve(path)).build(tables));
 }
 
 } // namespace tolva::jet

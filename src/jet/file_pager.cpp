@@ -26,7 +26,7 @@ FilePager::FilePager(files::FileSystem& disk, const std::string& path)
     if (!overlay_.blocks.empty() && overlay_.blocks.front().first == 0)
         start.assign(overlay_.blocks.front().second.begin(),
                      overlay_.blocks.front().second.begin() + recognition_size);
-    format_ = &recognise(path_, start);
+    format_ = recognise(path_, start);
     page_count_ = stored_count_ = static_cast<PageNumber>(size / format_->page_size);
     if (size % format_->page_size != 0)
         damaged(path_, page_count_, "the file ends inside this page");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 
@@ -56,7 +57,7 @@ class FilePager final : public Pager {
     std::string path_;
     std::unique_ptr<files::File> file_;
     Journal journal_;
-    const Format* format_ = nullptr;
+    std::optional<Format> format_;
     bool read_only_ = false;
     bool was_cut_short_ = false;
     std::uint64_t undo_count_ = 0;

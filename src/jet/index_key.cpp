@@ -85,14 +85,15 @@ Bytes guid_in_reading_order(Bytes guid) {
     return guid;
 }
 
-/// Texts end in 00; descending, that end is turned like the rest and another one is added.
+/// Texts end in 00; descending, that end is turned like the rest, and in Jet 4 another one is added.
 void put_text(Key& key, const std::string& text, const KeyPart& part) {
     const std::size_t start = key.size();
     append_text_key(key, text, part.order);
-    if (part.descending) {
-        complement(key, start);
+    if (!part.descending)
+        return;
+    complement(key, start);
+    if (part.order == TextOrder::general_jet4)
         key.push_back(0x00);
-    }
 }
 
 /// The value's bytes, but for those types whose descending order is more than a complement.
@@ -185,26 +186,27 @@ void append_key(Key& key, const KeyPart& part, const Value& value) {
     }
 }
 
-void limit_key(Key& key) {
-    if (key.size() <= longest_key)
+void limit_key(Key& key, std::size_t longest) {
+    if (key.size() <= longest)
         return;
-    const std::uint16_t sum = sum_up(std::span<const std::uint8_t>(key).subspan(kept_of_long_key));
-    key.resize(kept_of_long_key);
-    put_big_endian(key, sum, 2);
+    const std::size_t kept = longest - key_sum_size;
+    const std::uint16_t sum = sum_up(std::span<const std::uint8_t>(key).subspan(kept));
+    key.resize(kept);
+    put_big_endian(key, sum, static_cast<int>(key_sum_size));
 }
 
-Key make_key(std::span<const KeyPart> parts, std::span<const Value> values) {
+Key make_key(std::span<const KeyPart> parts, std::span<const Value> values, std::size_t longest) {
     assert(parts.size() == values.size());
     Key key = unlimited_key(parts, values);
-    limit_key(key);
+    limit_key(key, longest);
     return key;
 }
 
-Key search_prefix(std::span<const KeyPart> parts, std::span<const Value> values) {
+Key search_prefix(std::span<const KeyPart> parts, std::span<const Value> values, std::size_t longest) {
     assert(values.size() <= parts.size());
     Key key = unlimited_key(parts, values);
-    if (key.size() > kept_of_long_key)
-        key.resize(kept_of_long_key);
+    if (key.size() > longest - key_sum_size)
+        key.resize(longest - key_sum_size);
     return key;
 }
 

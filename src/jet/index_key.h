@@ -18,24 +18,22 @@ struct KeyPart {
     TextOrder order = TextOrder::general_jet4;
 };
 
-/// The longest key that an index holds. Of a longer one it keeps the first `kept_of_long_key` bytes and two
-/// that sum up the rest.
-inline constexpr std::size_t longest_key = 510;
-inline constexpr std::size_t kept_of_long_key = 508;
+/// A key that is longer than the format's `longest_key` ends in two bytes that sum up what it loses.
+inline constexpr std::size_t key_sum_size = 2;
 
 /// Appends one column's share of an index key: the flag byte (null or not) and the value's bytes, so that
 /// keys compare as the engine orders values. `value` is of the kind that the column stores; of a memo the
 /// first 255 characters count. The length is not limited here.
 void append_key(Key& key, const KeyPart& part, const Value& value);
 
-/// A whole entry's key, one value for each part, within `longest_key`.
-Key make_key(std::span<const KeyPart> parts, std::span<const Value> values);
+/// A whole entry's key, one value for each part, within `longest` bytes.
+Key make_key(std::span<const KeyPart> parts, std::span<const Value> values, std::size_t longest);
 
-/// What the keys of all entries start with whose first columns have these values. Where it reaches
-/// `kept_of_long_key` it may fit further entries too, so that a reader must look at the rows.
-Key search_prefix(std::span<const KeyPart> parts, std::span<const Value> values);
+/// What the keys of all entries start with whose first columns have these values. Where it leaves no room for
+/// a sum within `longest` it may fit further entries too, so that a reader must look at the rows.
+Key search_prefix(std::span<const KeyPart> parts, std::span<const Value> values, std::size_t longest);
 
 /// Cuts a key that is too long, as the engine does.
-void limit_key(Key& key);
+void limit_key(Key& key, std::size_t longest);
 
 } // namespace tolva::jet

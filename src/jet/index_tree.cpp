@@ -112,7 +112,7 @@ void IndexTree::walk(const std::function<bool(std::span<const std::uint8_t> key,
 // Adding -------------------------------------------------------------------------------------------------
 
 void IndexTree::insert(std::span<const std::uint8_t> key, RowId row) {
-    assert(key.size() <= longest_key);
+    assert(key.size() <= pages_.format().longest_key);
     Key entry(key.begin(), key.end());
     append_row(entry, row);
     Path path;

@@ -105,7 +105,7 @@ Value decode_column(const Pager& pager, PageNumber where, const Column& column, 
         return decode_field(pager, where, column, field);
     std::vector<std::uint8_t> bytes = read_long_value(pager, where, field);
     if (column.type == ColumnType::memo)
-        return decode_text(bytes);
+        return decode_text(bytes, pager.format());
     return bytes;
 }
 
@@ -125,7 +125,8 @@ std::vector<std::uint8_t> LongValueStore::field_for(std::size_t length, std::uin
     if (first.page == 0)
         return field;
     put32(field.data() + 4, first.stored());
-    put32(field.data() + 8, get32(pager_.read(first.page)->data() + pager_.format().data.long_value_stamp));
+    if (const std::size_t stamp = pager_.format().data.long_value_stamp; stamp != 0)
+        put32(field.data() + 8, get32(pager_.read(first.page)->data() + stamp));
     return field;
 }
 

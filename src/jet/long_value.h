@@ -15,8 +15,8 @@ namespace tolva::jet {
 
 /// What a row holds of a memo or a binary object: its length and how it is stored. Inline: the bytes follow.
 /// Single: one record of a long-value page. Chain: records that each begin with the place of the next. The
-/// last four bytes repeat the stamp of the first long-value page; where they differ, an engine takes the
-/// value for changed by somebody else.
+/// last four bytes repeat the stamp of the first long-value page, where the format has one; where they
+/// differ, an engine takes the value for changed by somebody else.
 struct LongValueHead {
     static constexpr std::size_t size = 12;
     static constexpr std::uint32_t length_mask = 0x3fff'ffff;

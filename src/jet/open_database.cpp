@@ -118,7 +118,7 @@ StoredTable& OpenDatabase::stored_table(const std::string& name) {
     auto place = tables_.find(entry->page);
     if (place == tables_.end()) {
         TableDefinition definition = read_table_definition(pager_, entry->page);
-        const auto rules = read_column_properties(entry->properties);
+        const auto rules = read_column_properties(entry->properties, pager_.format());
         for (Column& column : definition.columns) {
             const auto rule = rules.find(column.name);
             if (rule == rules.end())

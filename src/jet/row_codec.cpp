@@ -13,6 +13,28 @@
 namespace tolva::jet {
 namespace {
 
+/// Where an offset has one byte, a jump table stands between the offsets and their count: a byte for each 256
+/// bytes of the whole row, the first one last. It tells from which offset on 256 more are to be added. Those
+/// for stretches that no offset reaches are dummies and stand in front.
+constexpr std::size_t jump_distance = 256;
+constexpr std::uint8_t dummy_jump = 0xff;
+
+std::size_t jumps_of_row(std::size_t row_size) {
+    return (row_size - 1) / jump_distance;
+}
+
+void append_jumps(std::vector<std::uint8_t>& row, std::span<const std::size_t> offsets, std::size_t behind) {
+    const std::size_t size = row.size() + behind;
+    std::size_t jumps = 0;
+    while (jumps_of_row(size + jumps) > jumps)
+        ++jumps;
+    for (; jumps > 0; --jumps) {
+        const auto first = std::lower_bound(offsets.begin(), offsets.end(), jump_distance * jumps);
+        row.push_back(first == offsets.end() ? dummy_jump
+                                             : static_cast<std::uint8_t>(first - offsets.begin()));
+    }
+}
+
 /// A decimal on disk: the sign, then four words of magnitude, the most significant first.
 constexpr std::size_t decimal_size = 17;
 
@@ -90,20 +112,30 @@ std::span<const std::uint8_t> RowView::field(const Column& column) const {
             fail("ends before its column '" + column.name + "'");
         return bytes_.subspan(start, column.length);
     }
-    // From the end: the mask, the count, the offsets from first to last, and where the last value ends.
+    // From the end: the mask, the count, the jump table, the offsets from first to last, and where the last
+    // value ends.
     const std::size_t tail = mask_size_ + width_;
     if (bytes_.size() < width_ + tail + width_)
         fail("is too short for its column '" + column.name + "'");
     const std::uint8_t* const count_at = bytes_.data() + bytes_.size() - tail;
     const std::size_t count = number(count_at);
-    const std::size_t room = bytes_.size() - tail;
-    if (width_ * (count + 1) > room - width_)
+    const std::size_t jumps = pager_->format().row.jump_table ? jumps_of_row(bytes_.size()) : 0;
+    const std::size_t trailer = tail + jumps + width_ * (count + 1);
+    if (bytes_.size() < width_ + trailer)
         fail("claims " + std::to_string(count) + " variable columns");
     if (column.variable_index >= count)
         return {};
-    const std::uint8_t* const at = count_at - width_ * (std::size_t{column.variable_index} + 1);
-    const std::size_t start = number(at), end = number(at - width_);
-    if (start > end || end > room - width_ * (count + 1) || start < width_)
+    const std::uint8_t* const offsets = count_at - jumps;
+    const std::size_t last = bytes_.size() - trailer;
+    const std::size_t real_jumps = std::min(jumps, last / jump_distance);
+    const std::span<const std::uint8_t> passed(count_at - real_jumps, real_jumps);
+    const auto offset = [&](std::size_t i) {
+        const auto jumps_before =
+            std::count_if(passed.begin(), passed.end(), [&](auto at) { return at <= i; });
+        return number(offsets - width_ * (i + 1)) + jump_distance * static_cast<std::size_t>(jumps_before);
+    };
+    const std::size_t start = offset(column.variable_index), end = offset(column.variable_index + 1u);
+    if (start > end || end > last || start < width_)
         fail("puts its column '" + column.name + "' outside itself");
     return bytes_.subspan(start, end - start);
 }
@@ -133,7 +165,7 @@ Value decode_field(const Pager& pager, PageNumber where, const Column& column,
     case ColumnType::date:
         return basic::Date{get_double(need(8))};
     case ColumnType::text:
-        return decode_text(field);
+        return decode_text(field, pager.format());
     case ColumnType::numeric:
         return decode_decimal(column, need(decimal_size));
     default:
@@ -248,6 +280,8 @@ std::vector<std::uint8_t> encode_row(const Format& format, const TableDefinition
         offsets.push_back(row.size());
         for (auto offset = offsets.rbegin(); offset != offsets.rend(); ++offset)
             append(*offset);
+        if (format.row.jump_table)
+            append_jumps(row, offsets, width + mask.size());
         append(table.variable_columns);
     }
     row.insert(row.end(), mask.begin(), mask.end());

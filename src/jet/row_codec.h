@@ -12,7 +12,8 @@ namespace tolva::jet {
 
 /// The bytes of one row, taken apart as far as one column asks. Layout: the count of columns at its writing;
 /// the fixed columns; the variable ones; then, only in tables with variable columns, where those end, their
-/// offsets in reverse and their count; last the null mask, a bit for each column id, set for a value.
+/// offsets in reverse, in Jet 3 a table of jumps (see there), and their count; last the null mask, a bit for
+/// each column id, set for a value.
 class RowView {
   public:
     /// Error 3049 when the row is too short for what it claims. `where` is named in messages.

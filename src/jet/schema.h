@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "jet/text_order.h"
+
 namespace tolva::jet {
 
 /// The numbers are the file's own.
@@ -56,6 +58,8 @@ struct TableSchema {
     std::string name;
     std::vector<ColumnSchema> columns;
     std::vector<IndexSchema> indexes;
+    /// In which texts of the table's file are compared and sorted; the file's version tells.
+    TextOrder text_order = TextOrder::general_jet4;
 };
 
 } // namespace tolva::jet

@@ -17,6 +17,8 @@ namespace {
 TableSchema schema_of(const std::string& name, const TableDefinition& definition, const Format& format) {
     TableSchema schema;
     schema.name = name;
+    if (format.version == Format::Version::jet3)
+        schema.text_order = TextOrder::general_jet3;
     for (const Column& column : definition.columns) {
         ColumnSchema out;
         out.name = column.name;
@@ -175,7 +177,7 @@ std::vector<RowId> StoredTable::find(std::size_t index, std::span<const Value> v
             *number = static_cast<float>(*number);
     const Key prefix = indexes().prefix(real, wanted);
     // Of a long key the entries hold no more than a start and a sum; the rows themselves decide.
-    if (prefix.size() >= kept_of_long_key)
+    if (prefix.size() >= pager_.format().longest_key - key_sum_size)
         return find_by_scan(shape, values);
 
     MappedIndexPages pages = indexes().pages(real);
@@ -191,9 +193,9 @@ bool StoredTable::matches(const RowReader& row, const RealIndex& index, std::spa
         const Value value = row.value(index.parts[i].column);
         const auto* text = std::get_if<std::string>(&value);
         const auto* other = std::get_if<std::string>(&values[i]);
-        const bool equal = text && other ? compare_text(*text, *other, TextOrder::general_jet4) ==
-                                               std::weak_ordering::equivalent
-                                         : value == values[i];
+        const bool equal =
+            text && other ? compare_text(*text, *other, schema_.text_order) == std::weak_ordering::equivalent
+                          : value == values[i];
         if (!equal)
             return false;
     }

@@ -59,7 +59,7 @@ class DefinitionBytes {
         const std::size_t length = head == 1 ? u8(offset) : u16(offset);
         const std::uint8_t* start = at(offset + head, length);
         offset += head + length;
-        return decode_text({start, length});
+        return decode_text({start, length}, pager_.format());
     }
 
     [[noreturn]] void fail(const std::string& reason) const {
@@ -83,11 +83,13 @@ Column read_column(const DefinitionBytes& bytes, const Format& format, std::size
     column.variable_index = bytes.u16(at + c.variable_index);
     column.position = bytes.u16(at + c.position);
     column.text_order = bytes.u16(at + c.text_order);
-    column.text_order_version = bytes.u8(at + c.text_order_version);
+    if (c.text_order_version != 0)
+        column.text_order_version = bytes.u8(at + c.text_order_version);
     column.precision = bytes.u8(at + c.precision);
     column.scale = bytes.u8(at + c.scale);
     column.flags = bytes.u8(at + c.flags);
-    column.more_flags = bytes.u8(at + c.more_flags);
+    if (c.more_flags != 0)
+        column.more_flags = bytes.u8(at + c.more_flags);
     column.fixed_offset = bytes.u16(at + c.fixed_offset);
     column.length = bytes.u16(at + c.length);
     return column;

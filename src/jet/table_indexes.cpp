@@ -9,10 +9,8 @@
 namespace tolva::jet {
 namespace {
 
-constexpr std::uint16_t general_order = 1033;
-
 /// How a column's values become keys; nothing for a type or a text order that is not known.
-std::optional<KeyPart> key_part(const Column& column, bool descending) {
+std::optional<KeyPart> key_part(const Format& format, const Column& column, bool descending) {
     KeyPart part;
     part.type = column.type;
     part.descending = descending;
@@ -31,10 +29,11 @@ std::optional<KeyPart> key_part(const Column& column, bool descending) {
         return part;
     case ColumnType::text:
     case ColumnType::memo:
-        if (column.text_order != general_order || column.text_order_version != 0)
-            return std::nullopt;
-        part.order = TextOrder::general_jet4;
-        return part;
+        if (const auto order = known_text_order(format, column.text_order, column.text_order_version)) {
+            part.order = *order;
+            return part;
+        }
+        return std::nullopt;
     default:
         return std::nullopt;
     }
@@ -69,7 +68,7 @@ TableIndexes::TableIndexes(Pager& pager, PageSpace& space, const TableDefinition
         for (const RealIndex::Part& part : index.parts) {
             const Column& column = definition.columns[part.column];
             columns_.push_back(part.column);
-            const auto known = key_part(column, part.descending);
+            const auto known = key_part(pager.format(), column, part.descending);
             if (known) {
                 parts.push_back(*known);
                 continue;
@@ -111,7 +110,7 @@ TableIndexes::Keys TableIndexes::keys_as_stored(std::span<const Value> row) cons
         if (!understood_[i] || (all_null && index.ignores_nulls()))
             keys.emplace_back();
         else
-            keys.emplace_back(make_key(parts_[i], values));
+            keys.emplace_back(make_key(parts_[i], values, pager_.format().longest_key));
     }
     return keys;
 }
@@ -196,7 +195,7 @@ void TableIndexes::update(const Keys& old, const Keys& keys, RowId row) {
 
 Key TableIndexes::prefix(std::size_t index, std::span<const Value> values) const {
     return search_prefix(std::span(parts_[index]).first(std::min(values.size(), parts_[index].size())),
-                         values);
+                         values, pager_.format().longest_key);
 }
 
 } // namespace tolva::jet

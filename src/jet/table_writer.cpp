@@ -265,7 +265,7 @@ Row TableWriter::stored_values(std::span<const StoredField> fields) const {
         if (column.type == ColumnType::boolean)
             values[place] = !fields[place].null;
         else if (column.type == ColumnType::memo && !fields[place].null)
-            values[place] = decode_text(fields[place].bytes);
+            values[place] = decode_text(fields[place].bytes, pager_.format());
         else if (!fields[place].null)
             values[place] = decode_field(pager_, definition_.page, column, fields[place].bytes);
     }

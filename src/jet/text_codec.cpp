@@ -1,5 +1,6 @@
 #include "jet/text_codec.h"
 
+#include "basic/single_byte_page.h"
 #include "jet/bytes.h"
 
 namespace tolva::jet {
@@ -58,9 +59,56 @@ bool is_compressed(std::span<const std::uint8_t> stored) {
     return stored.size() >= 2 && stored[0] == 0xff && stored[1] == 0xfe;
 }
 
+constexpr char16_t replacement = 0xfffd;
+constexpr std::size_t upper_half = 0x80;
+
+/// A byte to which its page gives no character stands for the control character of its number, so that every
+/// byte survives a round trip.
+char16_t unit_of(std::u16string_view page, std::uint8_t byte) {
+    if (byte < upper_half)
+        return byte;
+    if (page.size() != upper_half)
+        return replacement;
+    const char16_t unit = page[byte - upper_half];
+    return unit == u' ' ? byte : unit;
+}
+
+std::uint8_t byte_of(std::u16string_view page, char16_t unit) {
+    if (unit < upper_half)
+        return static_cast<std::uint8_t>(unit);
+    const std::size_t place = page.find(unit);
+    if (place != page.npos)
+        return static_cast<std::uint8_t>(upper_half + place);
+    if (unit <= 0xff && page.size() == upper_half && page[unit - upper_half] == u' ')
+        return static_cast<std::uint8_t>(unit);
+    return '?';
+}
+
+std::string decode_bytes(std::span<const std::uint8_t> stored, int code_page) {
+    std::string out;
+    out.reserve(stored.size());
+    std::u16string_view page;
+    for (const std::uint8_t byte : stored) {
+        if (byte >= upper_half && page.empty())
+            page = basic::single_byte_page(code_page);
+        append_utf8(out, unit_of(page, byte));
+    }
+    return out;
+}
+
 } // namespace
 
-std::string decode_text(std::span<const std::uint8_t> stored) {
+bool knows_code_page(int number) {
+    return !basic::single_byte_page(number).empty();
+}
+
+std::uint8_t code_page_byte(int number, char16_t unit) {
+    return byte_of(basic::single_byte_page(number), unit);
+}
+
+std::string decode_text(std::span<const std::uint8_t> stored, const Format& format) {
+    if (format.character_size == 1)
+        return decode_bytes(stored, format.code_page);
     std::string out;
     const std::uint8_t* at = stored.data();
     const std::uint8_t* const end = at + stored.size();
@@ -138,6 +186,12 @@ std::u16string to_utf16(std::string_view text) {
 
 void encode_text(std::vector<std::uint8_t>& out, std::u16string_view units, bool may_compress,
                  const Format& format) {
+    if (format.character_size == 1) {
+        const std::u16string_view page = basic::single_byte_page(format.code_page);
+        for (const char16_t unit : units)
+            out.push_back(byte_of(page, unit));
+        return;
+    }
     const std::size_t start = out.size();
     const std::size_t plain_size = units.size() * 2;
     if (may_compress && !units.empty() && units.size() <= format.longest_compressed) {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "jet/text_order_general.h"
+#include "jet/text_order_jet3.h"
 
 namespace tolva::jet {
 namespace {
@@ -324,15 +325,24 @@ std::vector<std::uint8_t> whole_key(std::string_view utf8) {
 
 } // namespace
 
-std::optional<TextOrder> known_text_order(std::uint16_t id, std::uint8_t version) {
+std::optional<TextOrder> known_text_order(const Format& format, std::uint16_t id, std::uint8_t version) {
     constexpr std::uint16_t general = 1033;
-    if (id == general && version == 0)
+    constexpr int western_page = 1252;
+    if (id != general || version != 0)
+        return std::nullopt;
+    if (format.version == Format::Version::jet4)
         return TextOrder::general_jet4;
+    if (format.code_page == western_page)
+        return TextOrder::general_jet3;
     return std::nullopt;
 }
 
-void append_text_key(std::vector<std::uint8_t>& key, std::u16string_view text, TextOrder) {
+void append_text_key(std::vector<std::uint8_t>& key, std::u16string_view text, TextOrder order) {
     text = without_trailing_blanks(text.substr(0, indexed_characters));
+    if (order == TextOrder::general_jet3) {
+        append_jet3_text_key(key, text);
+        return;
+    }
     if (append_plain_key(key, text))
         return;
     KeyParts parts;
@@ -345,11 +355,13 @@ void append_text_key(std::vector<std::uint8_t>& key, std::string_view utf8, Text
     append_text_key(key, to_units(utf8, indexed_characters), order);
 }
 
-std::weak_ordering compare_text(std::string_view a, std::string_view b, TextOrder) {
+std::weak_ordering compare_text(std::string_view a, std::string_view b, TextOrder order) {
     a = without_trailing_blanks(a);
     b = without_trailing_blanks(b);
     if (a == b)
         return std::weak_ordering::equivalent;
+    if (order == TextOrder::general_jet3)
+        return compare_jet3_text(to_units(a, std::u16string::npos), to_units(b, std::u16string::npos));
     if (is_ascii(a) && is_ascii(b))
         return compare_ascii(a, b);
     const auto left = whole_key(a), right = whole_key(b);

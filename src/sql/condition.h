@@ -44,7 +44,8 @@ struct Condition {
 /// Evaluates conditions on rows, with the three truths of the query language.
 class Evaluator {
   public:
-    explicit Evaluator(RowValues& row) : row_(row) {}
+    /// `text_order` is the one of the table's file.
+    Evaluator(RowValues& row, jet::TextOrder text_order) : row_(row), text_order_(text_order) {}
 
     /// Whether the condition is true; neither false nor null is. Errors 6, 11 and 3464 of arithmetic, 93 of a
     /// pattern that a row holds.
@@ -68,7 +69,10 @@ class Evaluator {
     std::string_view text_of(const Scalar& scalar);
     std::string_view keep(std::string text);
 
+    int order_of(const Scalar& left, const Scalar& right) const;
+
     RowValues& row_;
+    jet::TextOrder text_order_;
     /// Texts that evaluation made for the row at hand.
     std::deque<std::string> made_;
 };

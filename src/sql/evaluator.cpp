@@ -50,14 +50,6 @@ bool holds(Operator op, int order) {
     }
 }
 
-int order_of(const Scalar& left, const Scalar& right) {
-    if (left.kind == Kind::text) {
-        const auto order = jet::compare_text(left.text, right.text, jet::TextOrder::general_jet4);
-        return order < 0 ? -1 : order > 0 ? 1 : 0;
-    }
-    return left.number < right.number ? -1 : left.number > right.number ? 1 : 0;
-}
-
 } // namespace
 
 bool Evaluator::selects(const Condition& condition) {
@@ -123,6 +115,14 @@ Evaluator::Truth Evaluator::truth(const Condition& condition) {
         return scalar.number != 0 ? Truth::yes : Truth::no;
     }
     }
+}
+
+int Evaluator::order_of(const Scalar& left, const Scalar& right) const {
+    if (left.kind == Kind::text) {
+        const auto order = jet::compare_text(left.text, right.text, text_order_);
+        return order < 0 ? -1 : order > 0 ? 1 : 0;
+    }
+    return left.number < right.number ? -1 : left.number > right.number ? 1 : 0;
 }
 
 Evaluator::Truth Evaluator::compare(Operator op, const Scalar& left, const Scalar& right) {

@@ -81,7 +81,7 @@ void RowOrder::append_key(const jet::Value& value) {
                 append_number(keys_, content.days);
             } else if constexpr (std::is_same_v<Content, std::string>) {
                 assign_units(units_, content);
-                jet::append_text_key(keys_, units_, jet::TextOrder::general_jet4);
+                jet::append_text_key(keys_, units_, text_order_);
             } else if constexpr (std::is_same_v<Content, jet::Bytes>) {
                 for (const std::uint8_t byte : content)
                     keys_.insert(keys_.end(), {0x01, byte}); // so that no key starts another one

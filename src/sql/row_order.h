@@ -12,7 +12,7 @@
 namespace tolva::sql {
 
 /// Sorts rows by columns. Each row's columns are read once, as it is added, and turned into bytes that
-/// compare as the columns do: null first, texts by the engine's text order, yes ahead of no, the rest by
+/// compare as the columns do: null first, texts by their file's text order, yes ahead of no, the rest by
 /// size.
 class RowOrder {
   public:
@@ -21,7 +21,9 @@ class RowOrder {
         bool descending;
     };
 
-    RowOrder(std::vector<Part> parts, RowValues& row) : parts_(std::move(parts)), row_(row) {}
+    /// `text_order` is the one of the table's file.
+    RowOrder(std::vector<Part> parts, RowValues& row, jet::TextOrder text_order)
+        : parts_(std::move(parts)), row_(row), text_order_(text_order) {}
 
     /// Adds the row at hand.
     void add(jet::RowId id);
@@ -41,6 +43,7 @@ class RowOrder {
 
     std::vector<Part> parts_;
     RowValues& row_;
+    jet::TextOrder text_order_;
     std::vector<std::uint8_t> keys_;
     std::vector<Entry> entries_;
     std::u16string units_;

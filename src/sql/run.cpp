@@ -108,8 +108,8 @@ std::vector<jet::RowId> run(const Select& select, const jet::Table& table) {
     if (where)
         checker.check(*where);
 
-    Evaluator evaluator(row);
-    RowOrder order(parts, row);
+    Evaluator evaluator(row, table.schema().text_order);
+    RowOrder order(parts, row, table.schema().text_order);
     std::vector<jet::RowId> rows;
     visit_rows(where, table, [&](const jet::RowReader& reader, jet::RowId id) {
         row.go_to(reader);

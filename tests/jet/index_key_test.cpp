@@ -9,6 +9,8 @@
 namespace tolva::jet {
 namespace {
 
+constexpr std::size_t longest_key = 510;
+
 std::string hex(const Key& bytes) {
     static const char digits[] = "0123456789abcdef";
     std::string text;
@@ -139,19 +141,19 @@ TEST(IndexKey, WritesAGuidAsItReads) {
 TEST(IndexKey, JoinsItsParts) {
     const KeyPart parts[] = {{ColumnType::text}, {ColumnType::long_integer, true}};
     const Value values[] = {std::string("more"), {}};
-    EXPECT_EQ(hex(make_key(parts, values)), "7f606469510100ff");
-    EXPECT_EQ(hex(search_prefix(parts, std::span(values).first(1))), "7f606469510100");
+    EXPECT_EQ(hex(make_key(parts, values, longest_key)), "7f606469510100ff");
+    EXPECT_EQ(hex(search_prefix(parts, std::span(values).first(1), longest_key)), "7f606469510100");
 }
 
 TEST(IndexKey, SumsUpWhatALongKeyLoses) {
     Key fits(510, 0x55);
-    limit_key(fits);
+    limit_key(fits, longest_key);
     EXPECT_EQ(fits, Key(510, 0x55));
 
     Key key(511, 0x55);
     key[508] = 0xa3;
     key[509] = key[510] = 0;
-    limit_key(key);
+    limit_key(key, longest_key);
     ASSERT_EQ(key.size(), 510U);
     EXPECT_EQ(hex(Key(key.end() - 3, key.end())), "55ca03");
 
@@ -159,7 +161,7 @@ TEST(IndexKey, SumsUpWhatALongKeyLoses) {
     other[508] = 0x13;
     other[509] = 0;
     other[510] = 0xe8;
-    limit_key(other);
+    limit_key(other, longest_key);
     EXPECT_EQ(hex(Key(other.end() - 2, other.end())), "8180") << "the last byte goes to the high half";
 }
 
@@ -168,11 +170,11 @@ TEST(IndexKey, KeepsLongTextsApartAndFindsThem) {
     const KeyPart parts[] = {{ColumnType::text}, {ColumnType::text}, {ColumnType::text}};
     const Value first[] = {long_start, long_start, std::string("north side")};
     const Value second[] = {long_start, long_start, std::string("south side")};
-    const Key a = make_key(parts, first), b = make_key(parts, second);
+    const Key a = make_key(parts, first, longest_key), b = make_key(parts, second, longest_key);
     EXPECT_EQ(a.size(), longest_key);
     EXPECT_NE(a, b);
     for (std::size_t columns = 1; columns <= 3; ++columns) {
-        const Key prefix = search_prefix(parts, std::span(first).first(columns));
+        const Key prefix = search_prefix(parts, std::span(first).first(columns), longest_key);
         ASSERT_LE(prefix.size(), a.size());
         EXPECT_TRUE(std::equal(prefix.begin(), prefix.end(), a.begin())) << columns;
     }

@@ -76,7 +76,7 @@ TEST_P(IndexSamples, HoldTheKeysThatTheirRowsGet) {
         for (std::size_t i = 0; i < stored.size(); ++i, ++keys_seen) {
             const auto [key, row] = stored[i];
             ASSERT_TRUE(row == expected[i].second);
-            if (key.size() <= longest_key) {
+            if (key.size() <= database_->pager().format().longest_key) {
                 ASSERT_EQ(key, expected[i].first);
             } else {
                 // A writer that knew no limit; the weights, which come first, are the same all the same.
@@ -103,7 +103,9 @@ TEST_P(IndexSamples, TakeAllTheirEntriesOutAndInAgain) {
         MappedIndexPages pages = table.indexes().pages(index);
         IndexTree tree = table.indexes().tree(index, pages);
         std::vector<Entry> entries = entries_of(tree);
-        std::erase_if(entries, [&](const Entry& entry) { return entry.first.size() > longest_key; });
+        std::erase_if(entries, [&](const Entry& entry) {
+            return entry.first.size() > database_->pager().format().longest_key;
+        });
         std::vector<Entry> mixed = entries;
         std::shuffle(mixed.begin(), mixed.end(), random);
         const auto expect_sound = [&] {
@@ -121,7 +123,9 @@ TEST_P(IndexSamples, TakeAllTheirEntriesOutAndInAgain) {
             tree.insert(key, row);
         expect_sound();
         std::vector<Entry> after = entries_of(tree);
-        std::erase_if(after, [&](const Entry& entry) { return entry.first.size() > longest_key; });
+        std::erase_if(after, [&](const Entry& entry) {
+            return entry.first.size() > database_->pager().format().longest_key;
+        });
         EXPECT_TRUE(after == entries);
     });
 }
@@ -133,8 +137,10 @@ std::string sample_name(const testing::TestParamInfo<const char*>& info) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Jet4, IndexSamples,
-    testing::Values("mdb/DateTestDatabase.mdb", "mdb/bigIndexTestV2003.mdb", "mdb/compIndexTestV2000.mdb",
+    Files, IndexSamples,
+    testing::Values("mdb/delColTestV1997.mdb", "mdb/delTestV1997.mdb", "mdb/indexTestV1997.mdb",
+                    "mdb/overflowTestV1997.mdb", "mdb/testIndexCodesV1997.mdb", "mdb/testV1997.mdb",
+                    "mdb/DateTestDatabase.mdb", "mdb/bigIndexTestV2003.mdb", "mdb/compIndexTestV2000.mdb",
                     "mdb/delColTestV2000.mdb", "mdb/delTestV2000.mdb", "mdb/fixedNumericTestV2000.mdb",
                     "mdb/fixedTextTestV2000.mdb", "mdb/indexTestV2000.mdb", "mdb/overflowTestV2003.mdb",
                     "mdb/test2V2000.mdb", "mdb/testPromotionV2000.mdb", "mdb/testUnicodeCompV2003.mdb",

@@ -326,21 +326,10 @@ std::string parameter_name(const testing::TestParamInfo<IndexTreeModel::ParamTyp
     return std::get<0>(info.param) + arrivals[static_cast<int>(std::get<1>(info.param))];
 }
 
-/// The older version's pages: half the size, another header.
-const Format& small_format() {
-    static const Format format = [] {
-        Format small = jet4_format;
-        small.version = Format::Version::jet3;
-        small.page_size = 2048;
-        return small;
-    }();
-    return format;
-}
-
-INSTANTIATE_TEST_SUITE_P(SmallPages, IndexTreeModel,
+INSTANTIATE_TEST_SUITE_P(Jet3, IndexTreeModel,
                          testing::Combine(testing::Values("short", "few", "long", "mixed"),
                                           testing::Values(Arrival::random, Arrival::descending),
-                                          testing::Values(&small_format())),
+                                          testing::Values(&jet3_format)),
                          parameter_name);
 INSTANTIATE_TEST_SUITE_P(Jet4, IndexTreeModel,
                          testing::Combine(testing::Values("short", "few", "long", "mixed"),

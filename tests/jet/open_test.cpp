@@ -164,14 +164,6 @@ TEST(Open, CommitCountersOfOthersStayAsTheyAre) {
     EXPECT_EQ(get16(opened.content().data() + 0xe02), 0x024b);
 }
 
-TEST(Open, AnOlderVersionIsRefused) {
-    TOLVA_NEEDS_SAMPLE("mdb/testV1997.mdb");
-    const support::TemporaryFolder folder;
-    const auto disk = files::make_disk();
-    const std::string path = support::copy_sample("mdb/testV1997.mdb", folder);
-    EXPECT_EQ(error_of([&] { Database::open(*disk, path); }), 3343);
-}
-
 TEST(Create, AnExistingFileIs58AndStays) {
     JetFile file({one_table()});
     file.close();

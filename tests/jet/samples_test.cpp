@@ -63,7 +63,7 @@ class Sample : public testing::TestWithParam<const char*> {
                 const auto shown = theirs[i].find(column);
                 const std::string text = shown == theirs[i].end() ? "" : shown->second;
                 if (const auto* mine = std::get_if<std::string>(&ours[i][k])) {
-                    EXPECT_EQ(*mine, text) << name << "." << column << " of row " << i;
+                    EXPECT_EQ(as_shown(*mine), text) << name << "." << column << " of row " << i;
                 } else if (const auto* number = std::get_if<std::int64_t>(&ours[i][k])) {
                     EXPECT_EQ(std::to_string(*number), text) << name << "." << column << " of row " << i;
                 } else if (const auto* yes = std::get_if<bool>(&ours[i][k])) {
@@ -77,6 +77,17 @@ class Sample : public testing::TestWithParam<const char*> {
         }
     }
 
+    /// A text as that reader shows it: in Jet 3 files it has a question mark for the bytes to which code page
+    /// 1252 gives no character.
+    std::string as_shown(std::string text) const {
+        if (path.find("V1997") == std::string::npos)
+            return text;
+        for (const char* control : {"\xc2\x81", "\xc2\x8d", "\xc2\x8f", "\xc2\x90", "\xc2\x9d"})
+            for (std::size_t at = text.find(control); at != std::string::npos; at = text.find(control))
+                text.replace(at, 2, "?");
+        return text;
+    }
+
     support::TemporaryFolder folder;
     std::string path;
     std::unique_ptr<files::FileSystem> disk;
@@ -85,7 +96,9 @@ class Sample : public testing::TestWithParam<const char*> {
 
 INSTANTIATE_TEST_SUITE_P(
     Files, Sample,
-    testing::Values("mdb/DateTestDatabase.mdb", "mdb/bigIndexTestV2003.mdb", "mdb/compIndexTestV2000.mdb",
+    testing::Values("mdb/delColTestV1997.mdb", "mdb/delTestV1997.mdb", "mdb/indexTestV1997.mdb",
+                    "mdb/overflowTestV1997.mdb", "mdb/testIndexCodesV1997.mdb", "mdb/testV1997.mdb",
+                    "mdb/DateTestDatabase.mdb", "mdb/bigIndexTestV2003.mdb", "mdb/compIndexTestV2000.mdb",
                     "mdb/delColTestV2000.mdb", "mdb/delTestV2000.mdb", "mdb/fixedNumericTestV2000.mdb",
                     "mdb/fixedTextTestV2000.mdb", "mdb/indexTestV2000.mdb", "mdb/overflowTestV2003.mdb",
                     "mdb/test2V2000.mdb", "mdb/testPromotionV2000.mdb", "mdb/testUnicodeCompV2003.mdb",

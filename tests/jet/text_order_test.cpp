@@ -184,10 +184,15 @@ TEST(TextOrder, NeverPutsAnEndInsideTheWeights) {
 }
 
 TEST(TextOrder, TellsTheOrdersItKnows) {
-    EXPECT_EQ(known_text_order(1033, 0), TextOrder::general_jet4);
-    EXPECT_FALSE(known_text_order(1033, 1));
-    EXPECT_FALSE(known_text_order(1053, 0));
-    EXPECT_FALSE(known_text_order(0, 0));
+    EXPECT_EQ(known_text_order(jet4_format, 1033, 0), TextOrder::general_jet4);
+    EXPECT_FALSE(known_text_order(jet4_format, 1033, 1));
+    EXPECT_FALSE(known_text_order(jet4_format, 1053, 0));
+    EXPECT_FALSE(known_text_order(jet4_format, 0, 0));
+    EXPECT_EQ(known_text_order(jet3_format, 1033, 0), TextOrder::general_jet3);
+    EXPECT_FALSE(known_text_order(jet3_format, 1053, 0));
+    Format cyrillic = jet3_format;
+    cyrillic.code_page = 1251;
+    EXPECT_FALSE(known_text_order(cyrillic, 1033, 0)) << "its weights are those of other letters";
 }
 
 TEST(TextOrder, ComparesAsTheAgentExpects) {

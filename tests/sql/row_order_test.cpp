@@ -21,7 +21,7 @@ std::vector<Value> sorted(jet::ColumnType type, const std::vector<Value>& values
         table.insert({value});
 
     RowValues row;
-    RowOrder order({{row.add_column(0), descending}}, row);
+    RowOrder order({{row.add_column(0), descending}}, row, jet::TextOrder::general_jet4);
     const auto cursor = table.scan();
     while (cursor->next()) {
         row.go_to(*cursor);
