@@ -1,9 +1,9 @@
 #include "desktop/qt_host.h"
 
 #include <QApplication>
-#include <QEventLoop>
+#include <QClipboard>
 #include <QFileDialog>
-#include <QPrinterInfo>
+#include <QMimeData>
 #include <QScreen>
 #include <QWindow>
 #include <algorithm>
@@ -11,6 +11,7 @@
 
 #include "desktop/boxes.h"
 #include "desktop/forms.h"
+#include "desktop/printer_boxes.h"
 #include "desktop/text.h"
 
 namespace tolva::desktop {
@@ -22,8 +23,10 @@ constexpr const char* main_menu = "Form1";
 
 } // namespace
 
-QtHost::QtHost(files::FileSystem& disk) : form_maker(make_form), disk_(disk), state_{watch_} {
+QtHost::QtHost(files::FileSystem& disk, const QString& settings_file)
+    : form_maker(make_form), disk_(disk), state_{watch_}, settings_(settings_file) {
     clock_.setSingleShot(true);
+    printer_.use(load_print_target(settings_));
 }
 
 QtHost::~QtHost() = default;
@@ -43,6 +46,8 @@ void QtHost::stop_clock() {
 void QtHost::tick(platform::Runtime& runtime) {
     // Started anew ahead of the work: a box that the work raises must not stop the clock.
     clock_.start(clock_period);
+    if (works_ > 0)
+        return;
     const Meanwhile by_clock(state_.by_clock, true);
     runtime.poll_clock();
 }
@@ -262,21 +267,109 @@ void QtHost::error_box(int number, const std::string& text) {
     show_error_box(window_in_front(), number, text);
 }
 
-std::string QtHost::open_file(const std::string& folder, const std::string& title,
-                              const std::string& filter) {
+// --- Files and the user's settings ---
+
+namespace {
+
+/// A filter as the toolkit takes it.
+QString names_of(const std::string& filter) {
     QString names = to_qt(filter);
 #ifndef Q_OS_WIN
     // Elsewhere only names with a dot would match.
     names.replace(QLatin1String("*.*"), QLatin1String("*"));
 #endif
-    QString path =
-        QFileDialog::getOpenFileName(window_in_front(), to_qt(title), to_qt(disk_.resolve(folder)), names);
+    return names;
+}
+
+std::string chosen_path(QString path) {
     path.replace(QLatin1Char('/'), QLatin1Char('\\'));
     return from_qt(path);
 }
 
+} // namespace
+
+QString QtHost::folder_to_ask(const std::string& folder) const {
+    return to_qt(disk_.resolve(folder));
+}
+
+std::string QtHost::open_file(const std::string& folder, const std::string& title,
+                              const std::string& filter) {
+    return chosen_path(QFileDialog::getOpenFileName(window_in_front(), to_qt(title), folder_to_ask(folder),
+                                                    names_of(filter)));
+}
+
+std::string QtHost::save_file(const std::string& folder, const std::string& title,
+                              const std::string& filter) {
+    return chosen_path(QFileDialog::getSaveFileName(window_in_front(), to_qt(title), folder_to_ask(folder),
+                                                    names_of(filter)));
+}
+
+std::string QtHost::user_setting(const std::string& section, const std::string& key,
+                                 const std::string& otherwise) {
+    return from_qt(settings_.value(to_qt(section), to_qt(key), to_qt(otherwise)));
+}
+
+void QtHost::save_user_setting(const std::string& section, const std::string& key, const std::string& value) {
+    settings_.save(to_qt(section), to_qt(key), to_qt(value));
+}
+
+std::string QtHost::clipboard_text() {
+    return from_qt(QGuiApplication::clipboard()->text());
+}
+
+void QtHost::put_on_clipboard(const std::string& source) {
+    auto* const data = new QMimeData;
+    data->setText(to_qt(source));
+    data->setData(QStringLiteral("text/rtf"), QByteArray::fromStdString(source));
+    QGuiApplication::clipboard()->setMimeData(data);
+}
+
+// --- Printing and other long work ---
+
 bool QtHost::printer_takes_font(const std::string&) {
-    return !QPrinterInfo::availablePrinterNames().isEmpty();
+    return is_ready(printer_.target());
+}
+
+void QtHost::choose_printer() {
+    PrintTarget target = printer_.target();
+    if (!ask_print_target(window_in_front(), target))
+        return;
+    save_print_target(settings_, target);
+    printer_.use(target);
+}
+
+platform::PrintScope QtHost::ask_print(const std::string& title, bool has_selection) {
+    std::unique_ptr<QPrinter> device;
+    const platform::PrintScope scope =
+        ask_print_job(window_in_front(), title, has_selection, printer_.target(), device);
+    if (device)
+        printer_.use_once(std::move(device));
+    return scope;
+}
+
+void QtHost::begin_work(const std::string& what) {
+    if (++works_ == 1)
+        work_ = std::make_unique<WorkWindow>(window_in_front(), what);
+}
+
+void QtHost::show_work(int steps) {
+    work_->show_steps(steps);
+    if (work_->isVisible())
+        let_windows_paint(QEventLoop::ExcludeUserInputEvents);
+}
+
+void QtHost::end_work() {
+    if (--works_ > 0)
+        return;
+    // What hands did meanwhile was meant for nobody: it goes while the sign still stands in its way.
+    if (work_->isVisible())
+        let_windows_paint(QEventLoop::AllEvents);
+    work_.reset();
+}
+
+void QtHost::let_windows_paint(QEventLoop::ProcessEventsFlags flags) {
+    const Meanwhile updating(state_.updating, true);
+    QCoreApplication::processEvents(flags);
 }
 
 // --- The end ---

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QEventLoop>
 #include <QPointer>
 #include <QTimer>
 #include <chrono>
@@ -10,11 +11,12 @@
 #include "desktop/event_state.h"
 #include "desktop/form.h"
 #include "desktop/input_watch.h"
+#include "desktop/qt_printer.h"
+#include "desktop/user_settings.h"
+#include "desktop/work_window.h"
 #include "files/file_system.h"
 #include "platform/host.h"
 #include "platform/runtime.h"
-
-class QEventLoop;
 
 namespace tolva::desktop {
 
@@ -22,7 +24,7 @@ namespace tolva::desktop {
 /// unloading take effect on the windows at the end of the event (or ahead of a modal wait), all at once.
 class QtHost final : public platform::Host {
   public:
-    explicit QtHost(files::FileSystem& disk);
+    explicit QtHost(files::FileSystem& disk, const QString& settings_file = UserSettings::usual_file());
     ~QtHost() override;
     QtHost(const QtHost&) = delete;
     QtHost& operator=(const QtHost&) = delete;
@@ -56,7 +58,21 @@ class QtHost final : public platform::Host {
     void error_box(int number, const std::string& text) override;
     std::string open_file(const std::string& folder, const std::string& title,
                           const std::string& filter) override;
+    std::string save_file(const std::string& folder, const std::string& title,
+                          const std::string& filter) override;
+    platform::PrintScope ask_print(const std::string& title, bool has_selection) override;
+    void choose_printer() override;
+    std::string clipboard_text() override;
+    void put_on_clipboard(const std::string& source) override;
+    std::string user_setting(const std::string& section, const std::string& key,
+                             const std::string& otherwise) override;
+    void save_user_setting(const std::string& section, const std::string& key,
+                           const std::string& value) override;
     bool printer_takes_font(const std::string& font) override;
+    platform::Printer& printer() override { return printer_; }
+    void begin_work(const std::string& what) override;
+    void show_work(int steps) override;
+    void end_work() override;
     void refresh() override;
     void quit() override;
 
@@ -76,6 +92,9 @@ class QtHost final : public platform::Host {
     };
 
     void tick(platform::Runtime& runtime);
+    /// Lets windows be painted, and nothing else happen.
+    void let_windows_paint(QEventLoop::ProcessEventsFlags flags);
+    QString folder_to_ask(const std::string& folder) const;
     Window* window_of(const platform::Screen* screen);
     void remove_windows();
     void take_down(Form& form);
@@ -97,6 +116,11 @@ class QtHost final : public platform::Host {
     /// Where to go back to from a modal screen, outermost first.
     std::vector<QPointer<QWidget>> behind_modal_;
     QTimer clock_;
+    UserSettings settings_;
+    QtPrinter printer_;
+    /// While long work goes on; it may contain other long work.
+    std::unique_ptr<WorkWindow> work_;
+    int works_ = 0;
     bool failed_ = false;
     bool quitting_ = false;
 };

@@ -46,4 +46,12 @@ void CommonDialog::show_open() {
     file_name = screen().runtime().open_file(initial_folder, title, filter);
 }
 
+void CommonDialog::show_save() {
+    file_name = screen().runtime().save_file(initial_folder, title, filter);
+}
+
+PrintScope CommonDialog::show_print(bool has_selection) {
+    return screen().runtime().ask_print(title, has_selection);
+}
+
 } // namespace tolva::platform

@@ -7,6 +7,7 @@
 
 #include "basic/date.h"
 #include "platform/control.h"
+#include "platform/host.h"
 
 namespace tolva::platform {
 
@@ -124,6 +125,7 @@ class Button : public Control {
   public:
     Button(Screen& screen, std::string name, std::string caption_)
         : Control(screen, std::move(name)), caption(std::move(caption_)) {}
+    Button(Screen& screen, std::string name, int index) : Control(screen, std::move(name), index) {}
 
     bool available() const override { return enabled && on_click; }
 
@@ -179,7 +181,7 @@ class Timer : public Control {
     basic::Date period_start_;
 };
 
-/// The box that asks for a file to open.
+/// The boxes that ask for a file and for a printer.
 class CommonDialog : public Control {
   public:
     using Control::Control;
@@ -191,6 +193,8 @@ class CommonDialog : public Control {
     std::string file_name;
 
     void show_open();
+    void show_save();
+    PrintScope show_print(bool has_selection);
 };
 
 } // namespace tolva::platform

@@ -2,11 +2,15 @@
 
 #include <string>
 
+#include "platform/printer.h"
 #include "platform/screen.h"
 
 namespace tolva::platform {
 
 enum class BoxButtons { ok, ok_cancel };
+
+/// What the user wants printed.
+enum class PrintScope { cancelled, all, selection };
 
 /// What the runtime asks of the world outside: the desktop, or a test's script. Calls come on the one thread.
 class Host {
@@ -33,8 +37,38 @@ class Host {
     virtual std::string open_file(const std::string& folder, const std::string& title,
                                   const std::string& filter) = 0;
 
+    /// Asks for a file to save to; the full path, or empty when cancelled.
+    virtual std::string save_file(const std::string& folder, const std::string& title,
+                                  const std::string& filter) = 0;
+
+    /// Asks where and what to print, with the selection on offer where there is one. The printer chosen holds
+    /// for the next job; page numbers are not asked for.
+    virtual PrintScope ask_print(const std::string& title, bool has_selection) = 0;
+
+    /// Asks which printer is the default one: all printing uses it, in this run and in those to come.
+    virtual void choose_printer() = 0;
+
+    /// What the clipboard holds as text. Putting a rich text source there puts it as text and as rich text.
+    virtual std::string clipboard_text() = 0;
+    virtual void put_on_clipboard(const std::string& source) = 0;
+
+    /// The user's own settings, kept from run to run apart from the stores.
+    virtual std::string user_setting(const std::string& section, const std::string& key,
+                                     const std::string& otherwise) = 0;
+    virtual void save_user_setting(const std::string& section, const std::string& key,
+                                   const std::string& value) = 0;
+
     /// Whether there is a printer whose font can be set to `font`.
     virtual bool printer_takes_font(const std::string& font) = 0;
+
+    /// The one printer object.
+    virtual Printer& printer() = 0;
+
+    /// Long work in one event: a sign of it with what it does and how far it is, repainted as it goes, while
+    /// no user event and no tick comes through.
+    virtual void begin_work(const std::string& what) = 0;
+    virtual void show_work(int steps) = 0;
+    virtual void end_work() = 0;
 
     /// Shows what the last handler changed.
     virtual void refresh() = 0;

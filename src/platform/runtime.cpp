@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "basic/run_time_error.h"
+#include "platform/document_frame.h"
 
 namespace tolva::platform {
 
@@ -133,6 +134,22 @@ void Runtime::double_click(TextControl& control) {
     });
 }
 
+void Runtime::select(RichTextBox& box, std::size_t start, std::size_t length) {
+    if (ended_ || failing_)
+        return;
+    box.change().select(start, length);
+    if (box.on_selection_change)
+        run([&] { box.on_selection_change(); });
+}
+
+void Runtime::edit(RichTextBox& box, const std::function<void(rtf::RichText&)>& change) {
+    run([&] {
+        change(box.change());
+        if (box.on_selection_change)
+            box.on_selection_change();
+    });
+}
+
 void Runtime::select_tab(TabStrip& tabs, int tab) {
     run([&] {
         move_focus(tabs);
@@ -167,6 +184,18 @@ void Runtime::click_row(Grid& grid, int row) {
         if (grid.on_click)
             grid.on_click();
     });
+}
+
+void Runtime::click(ToolBar& bar, const std::string& key) {
+    if (!bar.available())
+        return;
+    run([&] { bar.on_click(key); });
+}
+
+void Runtime::turn_to(DocumentScreen& document) {
+    if (ended_ || failing_)
+        return;
+    document.frame().bring_to_front(document);
 }
 
 void Runtime::pick_date(MonthView& view, basic::Date date) {
@@ -240,6 +269,27 @@ std::string Runtime::open_file(const std::string& folder, const std::string& tit
     std::string path = host_.open_file(folder, title, filter);
     leave_if_ended();
     return path;
+}
+
+std::string Runtime::save_file(const std::string& folder, const std::string& title,
+                               const std::string& filter) {
+    settle();
+    std::string path = host_.save_file(folder, title, filter);
+    leave_if_ended();
+    return path;
+}
+
+PrintScope Runtime::ask_print(const std::string& title, bool has_selection) {
+    settle();
+    const PrintScope scope = host_.ask_print(title, has_selection);
+    leave_if_ended();
+    return scope;
+}
+
+void Runtime::choose_printer() {
+    settle();
+    host_.choose_printer();
+    leave_if_ended();
 }
 
 std::vector<Screen*> Runtime::screens() const {

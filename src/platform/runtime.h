@@ -9,10 +9,14 @@
 #include "platform/controls.h"
 #include "platform/grid.h"
 #include "platform/host.h"
+#include "platform/rich_text_box.h"
 #include "platform/screen.h"
 #include "platform/tab_strip.h"
+#include "platform/tool_bar.h"
 
 namespace tolva::platform {
+
+class DocumentScreen;
 
 /// The one place through which events reach the screens. Desktop and headless tests call the same user
 /// actions below; each is one event: the handler runs, what it stored is made durable, the host shows what it
@@ -47,6 +51,10 @@ class Runtime {
     /// A key that types `character` (13 for Enter) went to a text control.
     void press_key(TextControl& control, int character);
     void double_click(TextControl& control);
+    /// The user moved the caret or the selection of a rich text, or changed it at the selection: by typing (a
+    /// line feed for Enter), erasing, pasting, a key for a format.
+    void select(RichTextBox& box, std::size_t start, std::size_t length);
+    void edit(RichTextBox& box, const std::function<void(rtf::RichText&)>& change);
     void select_tab(TabStrip& tabs, int tab);
     /// A click or an access key: the focus moves there first, so the old control loses it before the click.
     void click(Button& button);
@@ -54,8 +62,12 @@ class Runtime {
     void click(MenuEntry& entry);
     /// A click on a body row, or Enter on it; the heading (row 0) does nothing.
     void click_row(Grid& grid, int row);
+    void click(ToolBar& bar, const std::string& key);
+    /// The user turned to another document of a frame.
+    void turn_to(DocumentScreen& document);
     void pick_date(MonthView& view, basic::Date date);
     /// The user went to another day by the arrow keys: the calendar's value follows, and nothing is clicked.
+    /// For calendars whose clicks nobody listens to.
     void move_to_date(MonthView& view, basic::Date date);
     /// The user went to another body row by the arrow keys: it is the selected one, and nothing is clicked.
     void move_to_row(Grid& grid, int row);
@@ -72,6 +84,9 @@ class Runtime {
     int box(const std::string& text, const std::string& title, BoxButtons buttons);
     void message(const std::string& text, const std::string& title) { box(text, title, BoxButtons::ok); }
     std::string open_file(const std::string& folder, const std::string& title, const std::string& filter);
+    std::string save_file(const std::string& folder, const std::string& title, const std::string& filter);
+    PrintScope ask_print(const std::string& title, bool has_selection);
+    void choose_printer();
 
     /// Ends the program at once: what is stored is made durable, no further handler runs, nothing closes.
     [[noreturn]] void end();
@@ -104,6 +119,22 @@ class Runtime {
     int depth_ = 0;
     bool ended_ = false;
     bool failing_ = false;
+};
+
+/// Shows long work for as long as it lives.
+class LongWork {
+  public:
+    LongWork(Runtime& runtime, const std::string& what) : host_(runtime.host()) { host_.begin_work(what); }
+    ~LongWork() { host_.end_work(); }
+    LongWork(const LongWork&) = delete;
+    LongWork& operator=(const LongWork&) = delete;
+
+    /// One more piece is done.
+    void step() { host_.show_work(++steps_); }
+
+  private:
+    Host& host_;
+    int steps_ = 0;
 };
 
 /// The place of a screen that has one instance: touching it loads it, and after it was unloaded the next

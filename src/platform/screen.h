@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,13 @@ namespace tolva::platform {
 
 class MenuEntry;
 class Runtime;
+
+/// Where a window is on the desk, in twips.
+struct WindowPlace {
+    int left = 0, top = 0, width = 0, height = 0;
+
+    friend bool operator==(const WindowPlace&, const WindowPlace&) = default;
+};
 
 enum class ShowMode {
     activate,      ///< comes up in front and takes the focus
@@ -42,13 +50,13 @@ class Screen {
     /// Whether the window is on show as a modal one.
     bool modal() const { return modal_; }
 
-    void show(ShowMode mode = ShowMode::activate);
+    virtual void show(ShowMode mode = ShowMode::activate);
     /// Shows it and waits inside the caller's handler until it is hidden or unloaded.
     void show_modal();
-    void hide();
+    virtual void hide();
     /// Runs `on_unload`, hides the window and marks the screen as gone; the object lives until the handlers
     /// on the stack have returned. A second call does nothing.
-    void unload();
+    virtual void unload();
 
     /// Runs once, when the screen is first touched.
     virtual void on_load() {}
@@ -56,6 +64,11 @@ class Screen {
     virtual bool on_close() { return true; }
     /// Runs on every way of unloading: by code and by the window's own close box.
     virtual void on_unload() {}
+
+    /// Where the window comes up; without it, where the desktop puts it. Follows what the user does with it,
+    /// but keeps the last place while it is minimised.
+    std::optional<WindowPlace> place;
+    bool minimised = false;
 
     /// Which control has, or will have when the window is in front, the focus.
     Control* active_control = nullptr;

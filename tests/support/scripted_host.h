@@ -5,11 +5,13 @@
 #include <algorithm>
 #include <deque>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "platform/host.h"
+#include "support/recorded_printer.h"
 
 namespace tolva::support {
 
@@ -36,7 +38,12 @@ class ScriptedHost final : public platform::Host {
     /// What happens while the next box of any kind stands.
     std::deque<std::function<void()>> during_box;
     std::string file_to_open;
+    std::string file_to_save;
+    platform::PrintScope print_scope = platform::PrintScope::all;
+    std::string clipboard;
+    std::map<std::string, std::string> user_settings;
     bool has_printer = true;
+    RecordedPrinter recorded_printer;
 
     // --- What came of it ---
 
@@ -52,6 +59,19 @@ class ScriptedHost final : public platform::Host {
         std::string folder, title, filter;
     };
     std::vector<FileAsked> files_asked;
+    struct PrintAsked {
+        std::string title;
+        bool has_selection;
+    };
+    std::vector<PrintAsked> prints_asked;
+    int printer_choices = 0;
+    /// What long work was announced, and how many steps of it were shown.
+    struct Work {
+        std::string what;
+        int steps;
+        bool over;
+    };
+    std::vector<Work> works;
 
     /// The texts of the boxes so far.
     std::vector<std::string> box_texts() const {
@@ -110,7 +130,37 @@ class ScriptedHost final : public platform::Host {
         return file_to_open;
     }
 
+    std::string save_file(const std::string& folder, const std::string& title,
+                          const std::string& filter) override {
+        files_asked.push_back({folder, title, filter});
+        return file_to_save;
+    }
+
+    platform::PrintScope ask_print(const std::string& title, bool has_selection) override {
+        prints_asked.push_back({title, has_selection});
+        return print_scope;
+    }
+
+    void choose_printer() override { ++printer_choices; }
+
+    std::string clipboard_text() override { return clipboard; }
+    void put_on_clipboard(const std::string& source) override { clipboard = source; }
+
+    std::string user_setting(const std::string& section, const std::string& key,
+                             const std::string& otherwise) override {
+        const auto found = user_settings.find(section + "/" + key);
+        return found == user_settings.end() ? otherwise : found->second;
+    }
+    void save_user_setting(const std::string& section, const std::string& key,
+                           const std::string& value) override {
+        user_settings[section + "/" + key] = value;
+    }
+
     bool printer_takes_font(const std::string&) override { return has_printer; }
+    platform::Printer& printer() override { return recorded_printer; }
+    void begin_work(const std::string& what) override { works.push_back({what, 0, false}); }
+    void show_work(int steps) override { works.back().steps = steps; }
+    void end_work() override { works.back().over = true; }
     void refresh() override {}
     void quit() override { ended = true; }
 };
