@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "basic/single_byte_page.h"
 #include "rtf/code_page_tables.h"
 #include "rtf/symbol_font.h"
 
@@ -114,10 +115,10 @@ CodePage::CodePage(int number) : number_(stand_in(number)) {
     } else if (is_two_byte(number_)) {
         kind_ = Kind::two_byte;
     } else {
-        upper_ = single_byte_page(number_);
+        upper_ = basic::single_byte_page(number_);
         if (upper_.empty()) {
             number_ = windows_1252;
-            upper_ = single_byte_page(number_);
+            upper_ = basic::single_byte_page(number_);
         }
     }
 }
@@ -216,7 +217,7 @@ std::optional<int> code_page_of_charset(int charset) {
 
 bool has_code_page(int number) {
     const int page = stand_in(number);
-    return page == CodePage::utf_8 || is_two_byte(page) || !single_byte_page(page).empty();
+    return page == CodePage::utf_8 || is_two_byte(page) || !basic::single_byte_page(page).empty();
 }
 
 void cut_utf8(std::string& text, std::size_t bytes) {

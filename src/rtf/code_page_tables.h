@@ -4,10 +4,6 @@
 
 namespace tolva::rtf {
 
-/// The characters of the bytes 80 to FF of a page, blank where the page has none; empty for a page that is
-/// not at hand.
-std::u16string_view single_byte_page(int number);
-
 /// The character of a two-byte code; 0 where the page has none.
 char16_t two_byte_932(unsigned char lead, unsigned char trail);
 char16_t two_byte_936(unsigned char lead, unsigned char trail);

@@ -1,9 +1,9 @@
-#include "rtf/code_page_tables.h"
+#include "basic/single_byte_page.h"
 
 #include <algorithm>
 #include <iterator>
 
-namespace tolva::rtf {
+namespace tolva::basic {
 
 namespace {
 
@@ -170,4 +170,4 @@ std::u16string_view single_byte_page(int number) {
     return page == std::end(pages) ? std::u16string_view() : page->characters;
 }
 
-} // namespace tolva::rtf
+} // namespace tolva::basic
