@@ -57,7 +57,7 @@ std::unique_ptr<Recordset> Database::OpenRecordset(const std::string& source) {
     }
     const sql::Select select = sql::parse(text, current_year());
     jet::Table& table = file_->table(select.table);
-    return std::make_unique<Recordset>(*this, table, sql::run(select, table));
+    return std::make_unique<Recordset>(*this, table, sql::run(select, table, optional_columns_));
 }
 
 void Database::about_to_change() {

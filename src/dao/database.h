@@ -3,6 +3,8 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "dao/recordset.h"
 #include "files/file_system.h"
@@ -27,6 +29,10 @@ class Database {
     /// those of the query language and of the store.
     std::unique_ptr<Recordset> OpenRecordset(const std::string& source);
 
+    /// Names that conditions may use though a table of this file lacks the columns, as a file of an earlier
+    /// make may: there they are null in every row.
+    void set_optional_columns(std::vector<std::string> columns) { optional_columns_ = std::move(columns); }
+
     const std::string& Name() const { return file_->path(); }
     jet::Database& file() { return *file_; }
 
@@ -41,6 +47,7 @@ class Database {
     DBEngine& engine_;
     std::unique_ptr<jet::Database> file_;
     std::size_t changes_ = 0;
+    std::vector<std::string> optional_columns_;
 };
 
 class Workspace {

@@ -11,6 +11,17 @@ constexpr const char* preference_path = "\\data\\database.mdb";
 constexpr const char* running_copy_path = "\\data\\tolva.lock";
 constexpr int file_in_use = 3045;
 
+/// The second set of the prospects' home columns, which the search asks for. Nothing fills them, and older
+/// files lack some.
+std::vector<std::string> twin_columns() {
+    std::vector<std::string> names = {"c_city",   "c_price",        "c_acres",      "c_squarefeet",
+                                      "c_rooms",  "c_bedrooms",     "c_bathrooms",  "c_basement",
+                                      "c_garage", "c_construction", "c_subdivision"};
+    for (int feature = 0; feature < feature_count; ++feature)
+        names.push_back("c_feature" + std::to_string(feature));
+    return names;
+}
+
 } // namespace
 
 Module::Module(platform::Runtime& runtime_, files::FileSystem& disk_, std::string appfolder_)
@@ -54,6 +65,7 @@ void Module::opendatabases() {
     };
     for (const auto& store : stores)
         store.database = engine.Workspaces(0).OpenDatabase(appfolder + store.path);
+    prospectdb->set_optional_columns(twin_columns());
 
     loadpreferences();
 

@@ -66,6 +66,8 @@ Kind kind_of_sum(Operator op, Kind left, Kind right) {
 } // namespace
 
 Condition Checker::bind(const Expression& expression) {
+    if (expression.op == Operator::column && is_absent(expression))
+        return {}; // the literal null
     if (expression.op == Operator::column)
         return bind_column(expression.qualifier, expression.name);
     Condition condition;
@@ -88,6 +90,12 @@ Condition Checker::bind_column(const std::string& qualifier, const std::string& 
         note_unknown(qualifier.empty() ? name : qualifier + "." + name);
     }
     return condition;
+}
+
+bool Checker::is_absent(const Expression& column) const {
+    const auto is_it = [&](const std::string& name) { return basic::equal_names(name, column.name); };
+    return column.qualifier.empty() && std::any_of(optional_.begin(), optional_.end(), is_it) &&
+           !table_.find_column(column.name);
 }
 
 void Checker::note_unknown(const std::string& name) {

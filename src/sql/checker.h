@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <vector>
 
@@ -12,10 +13,12 @@ namespace tolva::sql {
 /// Looks the names of a query up in a table and sees to it that the kinds of its values fit together.
 class Checker {
   public:
-    Checker(const jet::Table& table, RowValues& values) : table_(table), values_(values) {}
+    Checker(const jet::Table& table, RowValues& values, std::span<const std::string> optional = {})
+        : table_(table), values_(values), optional_(optional) {}
 
-    /// An expression over the table's columns. Names that are none are noted; nothing may be evaluated, nor
-    /// `check` be called, before `require_names` has passed.
+    /// An expression over the table's columns, in which an optional one that the table lacks is null. Names
+    /// that are none are noted; nothing may be evaluated, nor `check` be called, before `require_names` has
+    /// passed.
     Condition bind(const Expression& expression);
     /// A column by its name alone; its slot and place. Noted when it is none.
     Condition bind_column(const std::string& qualifier, const std::string& name);
@@ -29,11 +32,14 @@ class Checker {
     void check(Condition& condition) const;
 
   private:
+    /// Whether the table lacks an optional column.
+    bool is_absent(const Expression& column) const;
     void give_kind(Condition& condition) const;
     void note_unknown(const std::string& name);
 
     const jet::Table& table_;
     RowValues& values_;
+    std::span<const std::string> optional_;
     std::vector<std::string> unknown_;
 };
 

@@ -93,9 +93,10 @@ void visit_rows(const std::optional<Condition>& where, const jet::Table& table, 
 
 } // namespace
 
-std::vector<jet::RowId> run(const Select& select, const jet::Table& table) {
+std::vector<jet::RowId> run(const Select& select, const jet::Table& table,
+                            std::span<const std::string> optional) {
     RowValues row;
-    Checker checker(table, row);
+    Checker checker(table, row, optional);
     std::optional<Condition> where;
     if (select.where)
         where = checker.bind(*select.where);

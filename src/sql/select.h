@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,7 +36,9 @@ Select parse(std::string_view text, int current_year);
 /// The rows that the query selects, in its order; without an order by page and slot. Rows that the order
 /// leaves equal stay in page and slot order. Null sorts first. Error 3061 when a name is no column of the
 /// table, 3464 when a comparison mixes kinds that the engine does not, 93 for a faulty pattern, 6 and 11 of
-/// arithmetic. `table` is the one that the query names.
-std::vector<jet::RowId> run(const Select& select, const jet::Table& table);
+/// arithmetic. `table` is the one that the query names. A condition may name the `optional` columns of a
+/// table that lacks them: there they are null in every row.
+std::vector<jet::RowId> run(const Select& select, const jet::Table& table,
+                            std::span<const std::string> optional = {});
 
 } // namespace tolva::sql

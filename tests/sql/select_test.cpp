@@ -236,6 +236,21 @@ TEST_F(Query, UnknownNamesAreParametersAndAreCountedOnce) {
     EXPECT_EQ(support::error_number([&] { run(parse("select nobody from [table]", 2026), table); }), 3061);
 }
 
+TEST_F(Query, AnOptionalColumnThatIsAbsentIsNullInConditionsAndNowhereElse) {
+    const std::vector<std::string> optional = {"c_city", "c_price", "c_done", "price"};
+    const auto found = [&](const std::string& rest) {
+        return run(parse("select * from [table] " + rest, 2026), table, optional).size();
+    };
+    EXPECT_EQ(found("where (city like '*boise*') or (C_City like '*boise*')"), 4u);
+    EXPECT_EQ(found("where (price >= 100 and price <= 200) or (c_price >= 100 and c_price <= 200)"), 1u);
+    EXPECT_EQ(found("where (done = true) or (c_done = true)"), 1u);
+    EXPECT_EQ(found("where c_city like '**'"), 0u);
+    EXPECT_EQ(found("where c_city is null"), 6u);
+    EXPECT_EQ(found("where price > 0"), 3u) << "a column that is there is no less there for being optional";
+    for (const char* rest : {"where c_acres > 0", "where c_city = 'x' and c_acres > 0", "order by c_city"})
+        EXPECT_EQ(support::error_text([&] { found(rest); }), "Too few parameters. Expected 1.") << rest;
+}
+
 TEST_F(Query, KindsThatDoNotMeetAreAMismatch) {
     for (const char* condition :
          {"squarefeet >= 1500", "last = 5", "id = '5'", "born = '1/1/2000'", "last = true",

@@ -98,6 +98,15 @@ class Desk {
         return open;
     }
 
+    /// What stands in the id column of a record screen's grid, row by row.
+    static std::vector<std::string> ids(const module::RecordEntry& screen) {
+        std::vector<std::string> cells;
+        const auto& grid = static_cast<const records::RecordScreen&>(screen).grid1;
+        for (int row = 1; row < grid.Rows(); ++row)
+            cells.push_back(grid.cell(row, 0));
+        return cells;
+    }
+
     // --- What the user does ---
 
     void click(platform::Button& button) { runtime().click(button); }
