@@ -17,6 +17,7 @@ namespace {
 
 /// Not Enter: on this screen another key runs the quick search. Meant.
 constexpr int search_key = 12;
+constexpr int invalid_use_of_null = 94;
 constexpr int object_required = 424;
 
 /// The first role that is ticked.
@@ -28,6 +29,19 @@ std::string agency_cell(const dao::Recordset& row) {
     if (row.field("agency2").yes_no())
         return "Listing & Selling Agent";
     return {};
+}
+
+void add(std::optional<double>& sum, const dao::FieldValue& value) {
+    if (value.is_null())
+        sum.reset();
+    else if (sum)
+        *sum += value.number();
+}
+
+std::string total_text(const std::optional<double>& sum) {
+    if (!sum)
+        throw basic::RunTimeError(invalid_use_of_null);
+    return money_text(*sum);
 }
 
 } // namespace
@@ -259,27 +273,28 @@ void sold::cleargrid() {
 
 void sold::row_added(const dao::Recordset& row) {
     ++totals_.rows;
-    totals_.sales += row.field("sellingprice").number();
-    totals_.commission += row.field("commission").number();
-    totals_.expenses += row.field("expenses").number();
-    totals_.net += row.field("netcommission").number();
+    add(totals_.sales, row.field("sellingprice"));
+    add(totals_.commission, row.field("commission"));
+    add(totals_.expenses, row.field("expenses"));
+    add(totals_.net, row.field("netcommission"));
 }
 
 void sold::fill_grid() {
     totals_ = {};
     RecordScreen::fill_grid();
     ttsold.caption = std::to_string(totals_.rows);
-    ttsales.caption = money_text(totals_.sales);
-    ttcom.caption = money_text(totals_.commission);
-    ttexp.caption = money_text(totals_.expenses);
-    ttnet.caption = money_text(totals_.net);
+    // All rows stand in the grid by now; a sum that is null cannot be shown, and that ends the program.
+    ttsales.caption = total_text(totals_.sales);
+    ttcom.caption = total_text(totals_.commission);
+    ttexp.caption = total_text(totals_.expenses);
+    ttnet.caption = total_text(totals_.net);
     // With no rows the averages stay as they stood.
     if (totals_.rows == 0)
         return;
-    aasales.caption = money_text(totals_.sales / totals_.rows);
-    aacom.caption = money_text(totals_.commission / totals_.rows);
-    aaexp.caption = money_text(totals_.expenses / totals_.rows);
-    aanet.caption = money_text(totals_.net / totals_.rows);
+    aasales.caption = money_text(*totals_.sales / totals_.rows);
+    aacom.caption = money_text(*totals_.commission / totals_.rows);
+    aaexp.caption = money_text(*totals_.expenses / totals_.rows);
+    aanet.caption = money_text(*totals_.net / totals_.rows);
 }
 
 // --- The form ---

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "records/record_screen.h"
 
 namespace tolva::records {
@@ -148,10 +150,10 @@ class sold : public RecordScreen {
 
     ContactFields contact() const { return {address, city, state, zip, homephone, cellphone, workphone}; }
 
-    /// The sums of the rows in the grid.
+    /// The sums of the rows in the grid; a null among them makes its sum null.
     struct Totals {
         int rows = 0;
-        double sales = 0, commission = 0, expenses = 0, net = 0;
+        std::optional<double> sales = 0, commission = 0, expenses = 0, net = 0;
     };
     Totals totals_;
 };
