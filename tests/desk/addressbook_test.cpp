@@ -26,12 +26,7 @@ class Addressbook : public testing::Test {
                                              {"businessname", firm},
                                              {"city", std::string("Utica")}});
     }
-    Texts ids() {
-        Texts cells;
-        for (int row = 1; row < screen().grid1.Rows(); ++row)
-            cells.push_back(screen().grid1.cell(row, 0));
-        return cells;
-    }
+    Texts ids() { return Desk::ids(screen()); }
     Desk::Records stored() {
         return Desk::rows(*desk.module().addressdb, "select * from [table] order by id");
     }
@@ -133,6 +128,50 @@ TEST_F(Addressbook, ImportFailsAsItIsMeantTo) {
     EXPECT_EQ(desk.host.error->number, 424);
 }
 
+TEST_F(Addressbook, EveryFieldSurvivesSavingAndLoading) {
+    const std::map<std::string, std::string> typed = {
+        {"first", "Ann"},      {"middle", "B"},
+        {"last", "Cole"},      {"businessname", "Mill"},
+        {"address", "1 Elm"},  {"city", "Utica"},
+        {"state", "New York"}, {"zip", "13501"},
+        {"homephone", "h"},    {"workphone", "w"},
+        {"cellphone", "c"},    {"fax", "f"},
+        {"email", "m"},        {"notes", std::string(3000, 'n')},
+    };
+    desk.choose(screen().m_new);
+    for (const auto& [name, text] : typed)
+        dynamic_cast<platform::TextBox&>(*screen().find(name)).text = " " + text + " ";
+    desk.choose(screen().m_save);
+    for (const auto& [column, text] : typed)
+        EXPECT_EQ(stored()[0].at(column), text) << column;
+    screen().rectoform();
+    for (const auto& [name, text] : typed)
+        EXPECT_EQ(dynamic_cast<platform::TextBox&>(*screen().find(name)).text, text) << name;
+    screen().clearform();
+    for (const auto& [name, text] : typed)
+        EXPECT_EQ(dynamic_cast<platform::TextBox&>(*screen().find(name)).text, "") << name;
+    EXPECT_EQ(screen().id.text, "1") << "clearing leaves the id alone";
+}
+
+TEST_F(Addressbook, ANewAddressLeavesTheViewInForce) {
+    desk.choose(screen().m_alladdresses);
+    const std::string view = desk.module().addressquery;
+    desk.choose(screen().m_new);
+    EXPECT_EQ(desk.module().addressquery, view);
+    EXPECT_EQ(desk.module().addressset->RecordCount(), 1);
+}
+
+TEST_F(Addressbook, AnEmptyQuickSearchLeavesOutNullsButNotEmptyTexts) {
+    add(1, "", "", "Firm");
+    Desk::add(*desk.module().addressdb, {{"id", std::int64_t{2}}, {"last", std::string("No City")}});
+    Desk::add(*desk.module().addressdb, {{"id", std::int64_t{3}}, {"city", std::string("No Name")}});
+    desk.click(screen().Command2);
+    EXPECT_EQ(ids(), Texts{"1"});
+    desk.type(screen().sname, "Firm");
+    desk.click(screen().Command2);
+    EXPECT_EQ(ids(), Texts{""}) << "a firm without a person's name is found by no name";
+}
+
 TEST_F(Addressbook, ADeletionAsks) {
     desk.choose(screen().m_new);
     desk.host.answers = {1};
@@ -179,6 +218,27 @@ TEST_F(Zipcode, EnterInTheLastBoxAddsAndLeaves) {
     EXPECT_EQ(desk.host.boxes.back().text, "Zip Code Added");
     EXPECT_FALSE(desk.module().zipcode.loaded());
     EXPECT_EQ(Desk::rows(*desk.module().zipdb, "select * from [table] where z_city = ''").size(), 1u);
+}
+
+TEST_F(Zipcode, ATextTooLongForItsColumnEndsTheProgram) {
+    look_up("Nowhere At All");
+    desk.type(zip().zcity, std::string(256, 'x'));
+    desk.click(zip().Command1);
+    ASSERT_TRUE(desk.host.error);
+    EXPECT_EQ(desk.host.error->number, 3163);
+}
+
+TEST_F(Zipcode, AnEmptyRowIsFoundByAnEmptyCityOnceItComesFirst) {
+    look_up("Nowhere At All");
+    desk.press_enter(zip().zzip);
+    auto set = desk.module().zipdb->OpenRecordset("select * from [table] where z_city <> ''");
+    for (set->MoveFirst(); !set->Eof(); set->MoveNext())
+        set->Delete();
+    desk.type(screen().city, "");
+    desk.type(screen().state, "NY");
+    desk.press_enter(screen().city);
+    EXPECT_EQ(screen().state.text, "");
+    EXPECT_EQ(screen().active_control, &screen().homephone);
 }
 
 TEST_F(Zipcode, ItAddsToWhateverSetTheLastLookupLeft) {
