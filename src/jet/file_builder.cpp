@@ -13,11 +13,13 @@ namespace tolva::jet {
 namespace {
 
 /// The moment that the file says it was born. The security ids below are masked by it, so that it is the same
-/// for all files made here.
+/// for all Jet 4 files made here; those of Jet 3 have them plain.
 constexpr double birth = 38143.544644212961;
-const Bytes admin_id = {0xa6, 0x33};
-const Bytes engine_id = {0xa7, 0x31};
-const Bytes users_id = {0xa7, 0x33};
+struct SecurityIds {
+    Bytes admin, engine, users;
+};
+const SecurityIds jet4_ids = {{0xa6, 0x33}, {0xa7, 0x31}, {0xa7, 0x33}};
+const SecurityIds jet3_ids = {{0x03, 0x01}, {0x02, 0x03}, {0x02, 0x01}};
 
 constexpr std::int64_t root_container = 0x0f00'0000;
 constexpr std::int64_t tables_container = 0x0f00'0001;
@@ -90,7 +92,8 @@ std::vector<TableSchema> system_tables(const Format& format) {
 class FileBuilder {
   public:
     FileBuilder(const Format& format, const std::string& path)
-        : format_(format), pager_(format, path), space_(pager_) {}
+        : format_(format), ids_(format.version == Format::Version::jet4 ? jet4_ids : jet3_ids),
+          pager_(format, path), space_(pager_) {}
 
     std::vector<std::uint8_t> build(const std::vector<TableSchema>& tables) {
         start();
@@ -144,11 +147,11 @@ class FileBuilder {
         row[2] = name;
         row[3] = type;
         row[4] = row[5] = basic::Date{birth};
-        row[6] = flags == system_flag ? engine_id : admin_id;
+        row[6] = flags == system_flag ? ids_.engine : ids_.admin;
         row[7] = flags;
         row[14] = std::move(properties);
         objects_->insert(row);
-        for (const Bytes& who : {admin_id, users_id})
+        for (const Bytes& who : {ids_.admin, ids_.users})
             rights_->insert({id, who, every_right, type == container_type});
     }
 
@@ -161,6 +164,7 @@ class FileBuilder {
     }
 
     const Format& format_;
+    const SecurityIds& ids_;
     MemoryPager pager_;
     PageSpace space_;
     std::vector<TableDefinition> definitions_;

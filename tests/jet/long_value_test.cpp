@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <map>
 
 #include "jet/bytes.h"
 #include "jet/long_value.h"
@@ -21,7 +22,7 @@ TableSchema memo_table() {
     return table;
 }
 
-class LongValue : public testing::Test {
+class LongValue : public support::EachVersion {
   protected:
     Table& table() { return file.table("Memos"); }
     OpenDatabase& open() { return dynamic_cast<OpenDatabase&>(file.database()); }
@@ -45,36 +46,39 @@ class LongValue : public testing::Test {
         return UsageMap(open().pager(), object().owned_map, 2, UsageMap::Kind::owned).pages().size();
     }
 
-    JetFile file{{memo_table()}};
+    JetFile file{{memo_table()}, GetParam()};
 };
 
-TEST_F(LongValue, GoesInlineThenOnOnePageThenInAChain) {
-    struct Case {
-        std::size_t size;
-        LongValueHead::Form form;
-        std::size_t pages;
-    };
+INSTANTIATE_TEST_SUITE_P(Versions, LongValue, support::each_version, support::version_name);
+
+TEST_P(LongValue, GoesInlineThenOnOnePageThenInAChain) {
     using Form = LongValueHead::Form;
-    for (const Case& expected :
-         {Case{0, Form::inside, 0}, Case{1, Form::inside, 0}, Case{64, Form::inside, 0},
-          Case{65, Form::single, 1}, Case{3816, Form::single, 1}, Case{3817, Form::chain, 1},
-          Case{4076, Form::chain, 1}, Case{4077, Form::chain, 2}, Case{3 * 4076, Form::chain, 3},
-          Case{100000, Form::chain, 25}}) {
-        const Bytes value = bytes(expected.size);
+    const auto& limits = format().long_value;
+    const std::size_t one = limits.longest_single, piece = limits.piece;
+    const std::map<std::size_t, Form> forms = {{0, Form::inside},        {1, Form::inside},
+                                               {64, Form::inside},       {65, Form::single},
+                                               {one, Form::single},      {one + 1, Form::chain},
+                                               {2 * piece, Form::chain}, {2 * piece + 1, Form::chain},
+                                               {3 * piece, Form::chain}, {100000, Form::chain}};
+    for (const auto& [size, form] : forms) {
+        const std::size_t pages = form == Form::inside   ? 0
+                                  : form == Form::single ? 1
+                                                         : (size + piece - 1) / piece;
+        const Bytes value = bytes(size);
         const RowId id = insert({}, value);
-        EXPECT_EQ(head(id).form, expected.form) << expected.size;
-        EXPECT_EQ(head(id).length, expected.size);
-        EXPECT_EQ(pages_of_object(), expected.pages) << expected.size;
-        EXPECT_EQ(std::get<Bytes>(table().read(id)[2]), value) << expected.size;
+        EXPECT_EQ(head(id).form, form) << size;
+        EXPECT_EQ(head(id).length, size);
+        EXPECT_EQ(pages_of_object(), pages) << size;
+        EXPECT_EQ(std::get<Bytes>(table().read(id)[2]), value) << size;
         file.database().commit();
-        EXPECT_EQ(findings(file.database()), "") << expected.size;
+        EXPECT_EQ(findings(file.database()), "") << size;
         table().erase(id);
         EXPECT_EQ(pages_of_object(), 0u) << "pages that hold nothing go back";
-        EXPECT_EQ(findings(file.database()), "") << expected.size;
+        EXPECT_EQ(findings(file.database()), "") << size;
     }
 }
 
-TEST_F(LongValue, GrowsAndShrinksAcrossAllForms) {
+TEST_P(LongValue, GrowsAndShrinksAcrossAllForms) {
     const RowId id = insert(std::string("start"), Bytes{1});
     const std::vector<std::size_t> sizes = {10, 64, 65, 4000, 20000, 3816, 3817, 63, 9000, 0, 70000, 66, 1};
     for (const std::size_t size : sizes) {
@@ -91,7 +95,7 @@ TEST_F(LongValue, GrowsAndShrinksAcrossAllForms) {
     EXPECT_EQ(pages_of_object(), 0u);
 }
 
-TEST_F(LongValue, KeepsMemosAbove16KAndThoseWithNulCharacters) {
+TEST_P(LongValue, KeepsMemosAbove16KAndThoseWithNulCharacters) {
     std::string text;
     for (int i = 0; i < 20000; ++i)
         text += i % 97 == 0 ? std::string(1, '\0') : std::string("\xe2\x82\xac");
@@ -101,13 +105,18 @@ TEST_F(LongValue, KeepsMemosAbove16KAndThoseWithNulCharacters) {
     EXPECT_EQ(findings(file.database()), "");
 }
 
-TEST_F(LongValue, EmptyIsNotNull) {
+TEST_P(LongValue, EmptyIsNotNull) {
     const RowId id = insert(std::string(), Bytes{});
     EXPECT_EQ(table().read(id)[1], Value(std::string()));
     EXPECT_EQ(table().read(id)[2], Value(Bytes{}));
 }
 
-TEST_F(LongValue, AMemoIsCompressedUpTo1024Characters) {
+/// What the newer version has alone.
+class Jet4LongValue : public LongValue {};
+INSTANTIATE_TEST_SUITE_P(Versions, Jet4LongValue, testing::Values(Format::Version::jet4),
+                         support::version_name);
+
+TEST_P(Jet4LongValue, AMemoIsCompressedUpTo1024Characters) {
     const auto& notes = open().stored_table("Memos").definition().columns[1];
     const auto length = [&](std::size_t characters) {
         const RowId id = insert(std::string(characters, 'x'), {});
@@ -119,20 +128,19 @@ TEST_F(LongValue, AMemoIsCompressedUpTo1024Characters) {
     EXPECT_EQ(length(1025), 2050u);
 }
 
-TEST_F(LongValue, RepeatsTheStampOfItsFirstPage) {
+TEST_P(Jet4LongValue, RepeatsTheStampOfItsFirstPage) {
     const RowId filler = insert({}, bytes(100));
     const PageNumber page = head(filler).place.page;
-    put32(open().pager().modify(page).data() + jet4_format.data.long_value_stamp, 0x12345678);
+    put32(open().pager().modify(page).data() + format().data.long_value_stamp, 0x12345678);
     const RowId id = insert({}, bytes(200));
     ASSERT_EQ(head(id).place.page, page);
     EXPECT_EQ(head(id).stamp, 0x12345678u);
     const RowId chain = insert({}, bytes(9000));
     const PageNumber first = head(chain).place.page;
-    EXPECT_EQ(head(chain).stamp,
-              get32(open().pager().read(first)->data() + jet4_format.data.long_value_stamp));
+    EXPECT_EQ(head(chain).stamp, get32(open().pager().read(first)->data() + format().data.long_value_stamp));
 }
 
-TEST_F(LongValue, AValueThatStaysTheSameStaysWhereItIs) {
+TEST_P(LongValue, AValueThatStaysTheSameStaysWhereItIs) {
     const Bytes value = bytes(9000);
     const RowId id = insert({}, value);
     const LongValueHead before = head(id);
@@ -142,20 +150,20 @@ TEST_F(LongValue, AValueThatStaysTheSameStaysWhereItIs) {
     EXPECT_EQ(findings(file.database()), "");
 }
 
-TEST_F(LongValue, SmallValuesShareAPage) {
+TEST_P(LongValue, SmallValuesShareAPage) {
     std::vector<RowId> ids;
-    for (int i = 0; i < 30; ++i)
+    for (int i = 0; i < 14; ++i)
         ids.push_back(insert({}, bytes(100 + static_cast<std::size_t>(i))));
     EXPECT_EQ(pages_of_object(), 1u);
-    for (int i = 0; i < 30; i += 2)
+    for (int i = 0; i < 14; i += 2)
         table().erase(ids[static_cast<std::size_t>(i)]);
-    for (int i = 1; i < 30; i += 2)
+    for (int i = 1; i < 14; i += 2)
         EXPECT_EQ(std::get<Bytes>(table().read(ids[static_cast<std::size_t>(i)])[2]),
                   bytes(100 + static_cast<std::size_t>(i)));
     EXPECT_EQ(findings(file.database()), "");
 }
 
-TEST_F(LongValue, FreedPagesAreUsedAgain) {
+TEST_P(LongValue, FreedPagesAreUsedAgain) {
     const RowId id = insert({}, bytes(50000));
     file.database().commit();
     const std::size_t pages = file.page_count();
@@ -180,7 +188,9 @@ class SpoiltLongValue : public LongValue {
     }
 };
 
-TEST_F(SpoiltLongValue, ACircleIsDamage) {
+INSTANTIATE_TEST_SUITE_P(Versions, SpoiltLongValue, support::each_version, support::version_name);
+
+TEST_P(SpoiltLongValue, ACircleIsDamage) {
     const RowId id = insert({}, bytes(30000));
     const RecordPlace first = head(id).place;
     const RecordPlace second = RecordPlace::from(get32(record(first).data()));
@@ -191,7 +201,7 @@ TEST_F(SpoiltLongValue, ACircleIsDamage) {
     EXPECT_NE(findings(file.database()), "");
 }
 
-TEST_F(SpoiltLongValue, ACircleOfTinyPiecesIsFoundSoon) {
+TEST_P(SpoiltLongValue, ACircleOfTinyPiecesIsFoundSoon) {
     const RowId id = insert({}, bytes(30000));
     const RowId small = insert({}, bytes(70));
     const RecordPlace piece = head(small).place;
@@ -200,7 +210,7 @@ TEST_F(SpoiltLongValue, ACircleOfTinyPiecesIsFoundSoon) {
     EXPECT_EQ(read_error(id), 3049);
 }
 
-TEST_F(SpoiltLongValue, APointerToNowhereIsDamage) {
+TEST_P(SpoiltLongValue, APointerToNowhereIsDamage) {
     const RowId id = insert({}, bytes(30000));
     for (const std::uint32_t target : {0xffffff00u, 0x00000100u, 0x00000200u, 0x000003ffu}) {
         put32(record(head(id).place).data(), target);
@@ -208,13 +218,13 @@ TEST_F(SpoiltLongValue, APointerToNowhereIsDamage) {
     }
 }
 
-TEST_F(SpoiltLongValue, AChainThatEndsTooSoonIsDamage) {
+TEST_P(SpoiltLongValue, AChainThatEndsTooSoonIsDamage) {
     const RowId id = insert({}, bytes(30000));
     put32(record(head(id).place).data(), 0);
     EXPECT_EQ(read_error(id), 3049);
 }
 
-TEST_F(SpoiltLongValue, ALengthBeyondTheFileIsDamage) {
+TEST_P(SpoiltLongValue, ALengthBeyondTheFileIsDamage) {
     const RowId id = insert({}, bytes(30000));
     const auto row = record({id.page, id.slot});
     // The field's first four bytes are its length.

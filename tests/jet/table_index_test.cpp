@@ -37,8 +37,11 @@ std::uint32_t unique_entries(Database& database, const std::string& table, std::
     return get32(open.pager().read(definition.page)->data() + definition.real_indexes[place].counter_offset);
 }
 
-TEST(TableIndex, FindsByTheWholeKeyAndByItsFirstColumns) {
-    JetFile file({people()});
+class TableIndex : public support::EachVersion {};
+INSTANTIATE_TEST_SUITE_P(Versions, TableIndex, support::each_version, support::version_name);
+
+TEST_P(TableIndex, FindsByTheWholeKeyAndByItsFirstColumns) {
+    JetFile file({people()}, GetParam());
     Table& table = file.table("People");
     const RowId a = table.insert(person(1, "Smith", std::string("Anna")));
     const RowId b = table.insert(person(2, "SMITH  ", std::string("Bert")));
@@ -54,8 +57,8 @@ TEST(TableIndex, FindsByTheWholeKeyAndByItsFirstColumns) {
     EXPECT_EQ(find(1, {std::string(300, 'x')}), std::vector<RowId>{});
 }
 
-TEST(TableIndex, AccentsTellTextsApartLetterCaseDoesNot) {
-    JetFile file({people()});
+TEST_P(TableIndex, AccentsTellTextsApartLetterCaseDoesNot) {
+    JetFile file({people()}, GetParam());
     Table& table = file.table("People");
     const RowId plain = table.insert(person(1, "Muller"));
     const RowId accent = table.insert(person(2, "M\xc3\xbcller"));
@@ -65,8 +68,8 @@ TEST(TableIndex, AccentsTellTextsApartLetterCaseDoesNot) {
     EXPECT_EQ(find("m\xc3\xbcller"), (std::vector<RowId>{accent, upper}));
 }
 
-TEST(TableIndex, FindsFollowUpdatesAndDeletes) {
-    JetFile file({people()});
+TEST_P(TableIndex, FindsFollowUpdatesAndDeletes) {
+    JetFile file({people()}, GetParam());
     Table& table = file.table("People");
     const RowId a = table.insert(person(1, "Smith"));
     const RowId b = table.insert(person(2, "Smith"));
@@ -80,8 +83,8 @@ TEST(TableIndex, FindsFollowUpdatesAndDeletes) {
     EXPECT_EQ(find("jones"), std::vector<RowId>{});
 }
 
-TEST(TableIndex, ARowInAReusedSlotIsFoundUnderItsOwnId) {
-    JetFile file({people()});
+TEST_P(TableIndex, ARowInAReusedSlotIsFoundUnderItsOwnId) {
+    JetFile file({people()}, GetParam());
     Table& table = file.table("People");
     const RowId gone = table.insert(person(1, "Smith"));
     table.erase(gone);
@@ -96,8 +99,8 @@ TEST(TableIndex, ARowInAReusedSlotIsFoundUnderItsOwnId) {
     EXPECT_EQ(findings(file.database()), "");
 }
 
-TEST(TableIndex, ADuplicateIsRefusedAndLeavesNothingBehind) {
-    JetFile file({people()});
+TEST_P(TableIndex, ADuplicateIsRefusedAndLeavesNothingBehind) {
+    JetFile file({people()}, GetParam());
     Table& table = file.table("People");
     table.insert(person(1, "Smith", {}, {}, std::string(5000, 'm')));
     const RowId second = table.insert(person(2, "Jones"));
@@ -115,8 +118,8 @@ TEST(TableIndex, ADuplicateIsRefusedAndLeavesNothingBehind) {
     EXPECT_EQ(findings(file.database()), "");
 }
 
-TEST(TableIndex, AMissingKeyIsRefusedWhereItIsRequired) {
-    JetFile file({people()});
+TEST_P(TableIndex, AMissingKeyIsRefusedWhereItIsRequired) {
+    JetFile file({people()}, GetParam());
     Table& table = file.table("People");
     const RowId row = table.insert(person(1, "Smith"));
     EXPECT_EQ(error_of([&] { table.insert({{}, std::string("x"), {}, {}, {}}); }), 3058);
@@ -125,12 +128,12 @@ TEST(TableIndex, AMissingKeyIsRefusedWhereItIsRequired) {
     EXPECT_EQ(findings(file.database()), "");
 }
 
-TEST(TableIndex, NullsAreNoDuplicatesAndMayBeLeftOut) {
+TEST_P(TableIndex, NullsAreNoDuplicatesAndMayBeLeftOut) {
     TableSchema schema = people();
     schema.indexes[1].unique = true;
     schema.indexes[2].unique = true;
     schema.indexes[2].ignore_nulls = true;
-    JetFile file({schema});
+    JetFile file({schema}, GetParam());
     Table& table = file.table("People");
     const RowId a = table.insert(person(1, "Smith"));
     const RowId b = table.insert(person(2, "Smith"));
@@ -143,8 +146,8 @@ TEST(TableIndex, NullsAreNoDuplicatesAndMayBeLeftOut) {
     EXPECT_EQ(unique_entries(file.database(), "People", 2), 1u);
 }
 
-TEST(TableIndex, TheCountOfKeysOnlyGrows) {
-    JetFile file({people()});
+TEST_P(TableIndex, TheCountOfKeysOnlyGrows) {
+    JetFile file({people()}, GetParam());
     Table& table = file.table("People");
     const RowId a = table.insert(person(1, "Smith"));
     table.insert(person(2, "smith"));
@@ -157,8 +160,8 @@ TEST(TableIndex, TheCountOfKeysOnlyGrows) {
     EXPECT_EQ(unique_entries(file.database(), "People", 0), 2u);
 }
 
-TEST(TableIndex, ManyRowsInAnyOrderKeepEveryIndex) {
-    JetFile file({people()});
+TEST_P(TableIndex, ManyRowsInAnyOrderKeepEveryIndex) {
+    JetFile file({people()}, GetParam());
     Table& table = file.table("People");
     std::vector<RowId> ids;
     for (int i = 0; i < 4000; ++i) {
@@ -184,8 +187,8 @@ TEST(TableIndex, ManyRowsInAnyOrderKeepEveryIndex) {
     EXPECT_EQ(findings(file.database()), "");
 }
 
-TEST(TableIndex, AnUnknownTextOrderIsReadButNotWritten) {
-    JetFile file({people()});
+TEST_P(TableIndex, AnUnknownTextOrderIsReadButNotWritten) {
+    JetFile file({people()}, GetParam());
     file.table("People").insert(person(1, "Smith", std::string("Anna")));
     file.database().commit();
     auto& open = dynamic_cast<OpenDatabase&>(file.database());
@@ -193,7 +196,9 @@ TEST(TableIndex, AnUnknownTextOrderIsReadButNotWritten) {
     file.close();
     files::Bytes content = file.content();
     // The second column's text order, behind the head and the counters of three indexes.
-    const std::size_t at = page * 4096 + 0x3f + 3 * 12 + 25 + 11;
+    const std::size_t at = page * format().page_size + format().definition.end +
+                           3 * format().index_counter.size + format().column.size +
+                           format().column.text_order;
     ASSERT_EQ(get16(content.data() + at), 1033);
     put16(content.data() + at, 1041);
     file.put(content);
@@ -216,35 +221,38 @@ TEST(TableIndex, AnUnknownTextOrderIsReadButNotWritten) {
     EXPECT_EQ(findings(file.database()), "");
 }
 
-TEST(TableIndex, LongTextsAreFoundAndToldApart) {
+TEST_P(TableIndex, LongTextsAreFoundAndToldApart) {
     TableSchema schema;
     schema.name = "Long";
     schema.columns = {column("text", ColumnType::text, 255), column("other", ColumnType::text, 255)};
     schema.indexes = {index("both", {"text", "other"})};
     schema.indexes[0].unique = true;
-    JetFile file({schema});
+    JetFile file({schema}, GetParam());
     Table& table = file.table("Long");
-    // Greek takes two bytes of key for each letter, so that these keys are cut.
+    // In Jet 4 Greek takes two bytes of key for each letter, so that these keys are cut.
+    const bool jet4 = GetParam() == Format::Version::jet4;
+    const std::string alpha = jet4 ? "\xce\xb1" : "a", beta = jet4 ? "\xce\xb2" : "b",
+                      gamma = jet4 ? "\xce\xb3" : "c";
     std::string start;
     for (int i = 0; i < 250; ++i)
-        start += "\xce\xb1";
+        start += alpha;
     std::vector<RowId> ids;
     for (int i = 0; i < 40; ++i)
-        ids.push_back(table.insert({start + "\xce\xb2", start + std::to_string(i)}));
+        ids.push_back(table.insert({start + beta, start + std::to_string(i)}));
     const auto find = [&](std::vector<Value> values) { return table.find(0, values); };
-    EXPECT_EQ(find({start + "\xce\xb2"}), ids);
-    EXPECT_EQ(find({start + "\xce\xb3"}), std::vector<RowId>{});
-    EXPECT_EQ(find({start + "\xce\xb2", start + "7"}), std::vector<RowId>{ids[7]});
-    EXPECT_EQ(error_of([&] { table.insert({start + "\xce\xb2", start + "7"}); }), 3022);
+    EXPECT_EQ(find({start + beta}), ids);
+    EXPECT_EQ(find({start + gamma}), std::vector<RowId>{});
+    EXPECT_EQ(find({start + beta, start + "7"}), std::vector<RowId>{ids[7]});
+    EXPECT_EQ(error_of([&] { table.insert({start + beta, start + "7"}); }), 3022);
     for (const RowId& id : ids)
         table.erase(id);
     EXPECT_EQ(findings(file.database()), "");
 }
 
-TEST(TableIndex, AMemoCanBeIndexed) {
+TEST_P(TableIndex, AMemoCanBeIndexed) {
     TableSchema schema = people();
     schema.indexes.push_back(index("notes", {"notes"}));
-    JetFile file({schema});
+    JetFile file({schema}, GetParam());
     Table& table = file.table("People");
     const RowId a = table.insert(person(1, "a", {}, {}, std::string("short")));
     const RowId b = table.insert(person(2, "b", {}, {}, std::string(5000, 'x')));
@@ -257,11 +265,13 @@ TEST(TableIndex, AMemoCanBeIndexed) {
     EXPECT_EQ(findings(file.database()), "");
 }
 
-TEST(TableIndex, SeveralLogicalIndexesMayShareOneTree) {
-    TOLVA_NEEDS_SAMPLE("mdb/indexTestV2000.mdb");
+TEST_P(TableIndex, SeveralLogicalIndexesMayShareOneTree) {
+    const std::string sample =
+        GetParam() == Format::Version::jet4 ? "mdb/indexTestV2000.mdb" : "mdb/indexTestV1997.mdb";
+    TOLVA_NEEDS_SAMPLE(sample);
     const support::TemporaryFolder folder;
     const auto disk = files::make_disk();
-    const auto database = Database::open(*disk, support::copy_sample("mdb/indexTestV2000.mdb", folder));
+    const auto database = Database::open(*disk, support::copy_sample(sample, folder));
     Table& table = database->table("Table2");
     const auto& definition = dynamic_cast<OpenDatabase&>(*database).stored_table("Table2").definition();
     ASSERT_GT(definition.logical_indexes.size(), definition.real_indexes.size());
@@ -276,8 +286,8 @@ TEST(TableIndex, SeveralLogicalIndexesMayShareOneTree) {
     EXPECT_EQ(findings(*database), "");
 }
 
-TEST(TableIndex, ADamagedIndexLeavesTheRowsAsTheyWere) {
-    JetFile file({people()});
+TEST_P(TableIndex, ADamagedIndexLeavesTheRowsAsTheyWere) {
+    JetFile file({people()}, GetParam());
     for (int i = 0; i < 300; ++i)
         file.table("People").insert(person(i, "name " + std::to_string(i)));
     file.database().commit();
@@ -285,7 +295,8 @@ TEST(TableIndex, ADamagedIndexLeavesTheRowsAsTheyWere) {
     const PageNumber root = open.stored_table("People").definition().real_indexes[1].root;
     file.close();
     files::Bytes content = file.content();
-    std::fill_n(content.begin() + static_cast<std::ptrdiff_t>(root) * 4096, 4096, std::uint8_t{0xee});
+    std::fill_n(content.begin() + static_cast<std::ptrdiff_t>(root * format().page_size), format().page_size,
+                std::uint8_t{0xee});
     file.put(content);
     file.open();
     Table& table = file.table("People");

@@ -38,11 +38,27 @@ inline int error_of(const std::function<void()>& action) {
     return 0;
 }
 
+inline const jet::Format& format_of(jet::Format::Version version) {
+    return version == jet::Format::Version::jet3 ? jet::jet3_format : jet::jet4_format;
+}
+
+/// Claims that hold for files of each version: the parameter of every test.
+class EachVersion : public testing::TestWithParam<jet::Format::Version> {
+  protected:
+    static const jet::Format& format() { return format_of(GetParam()); }
+};
+inline const auto each_version = testing::Values(jet::Format::Version::jet3, jet::Format::Version::jet4);
+inline std::string version_name(const testing::TestParamInfo<jet::Format::Version>& info) {
+    return info.param == jet::Format::Version::jet3 ? "Jet3" : "Jet4";
+}
+
 /// A file on a disk of its own, in memory, and the database open on it.
 class JetFile {
   public:
-    explicit JetFile(const std::vector<jet::TableSchema>& tables) {
-        jet::Database::create(*disk_, path, tables);
+    explicit JetFile(const std::vector<jet::TableSchema>& tables,
+                     jet::Format::Version version = jet::Format::Version::jet4)
+        : page_size_(format_of(version).page_size) {
+        jet::Database::create(*disk_, path, tables, version);
         open();
     }
     explicit JetFile(const files::Bytes& content) {
@@ -72,9 +88,11 @@ class JetFile {
         file->write(0, content);
     }
 
-    std::size_t page_count() { return content().size() / 4096; }
+    /// Of a file that was created here.
+    std::size_t page_count() { return content().size() / page_size_; }
 
   private:
+    std::size_t page_size_ = 0;
     std::unique_ptr<files::FileSystem> disk_ = files::make_memory_disk();
     std::unique_ptr<jet::Database> database_;
 };
