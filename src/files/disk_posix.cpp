@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include "files/file_system.h"
+#include "files/locks.h"
 #include "files/path.h"
 
 namespace tolva::files {
@@ -89,11 +90,51 @@ class PosixFile final : public File {
             fail(75, path_, reason(errno));
     }
 
-    bool lock() override {
-        // This lock belongs to the open file, not to the process: it ends with the last descriptor, and two
-        // openings within one process see each other.
-        while (::flock(descriptor_.number(), LOCK_EX | LOCK_NB) != 0) {
-            if (errno == EWOULDBLOCK)
+    bool lock() override { return set_lock(F_WRLCK, claim_byte); }
+    void unlock() override {
+        if (!set_lock(F_UNLCK, claim_byte))
+            fail(75, path_, reason(errno));
+    }
+
+    bool lock_content(Sharing sharing) override {
+        return keep_trying(
+            [&] { return set_lock(sharing == Sharing::shared ? F_RDLCK : F_WRLCK, content_byte); });
+    }
+    void unlock_content() noexcept override {
+        struct flock range = range_of(F_UNLCK, content_byte, 1);
+        ::fcntl(descriptor_.number(), F_OFD_SETLK, &range);
+    }
+
+    bool locked_by_strangers() const override {
+        struct flock range = range_of(F_WRLCK, 0, static_cast<off_t>(claim_byte));
+        if (::fcntl(descriptor_.number(), F_OFD_GETLK, &range) != 0)
+            fail(75, path_, reason(errno));
+        if (range.l_type != F_UNLCK)
+            return true;
+        // The other kind of lock, on the file as a whole. It is looked for and not kept: some file systems
+        // make it one of the first kind, which would then stand in the way of our own.
+        if (::flock(descriptor_.number(), LOCK_SH | LOCK_NB) != 0)
+            return errno == EWOULDBLOCK;
+        ::flock(descriptor_.number(), LOCK_UN);
+        return false;
+    }
+
+  private:
+    static struct flock range_of(short type, off_t start, off_t length) {
+        struct flock range {};
+        range.l_type = type;
+        range.l_whence = SEEK_SET;
+        range.l_start = start;
+        range.l_len = length;
+        return range;
+    }
+
+    /// These locks belong to the open file, not to the process: two openings within one process see each
+    /// other, and closing one leaves the other's alone.
+    bool set_lock(short type, std::uint64_t byte) {
+        struct flock range = range_of(type, static_cast<off_t>(byte), 1);
+        while (::fcntl(descriptor_.number(), F_OFD_SETLK, &range) != 0) {
+            if (errno == EAGAIN || errno == EACCES)
                 return false;
             if (errno != EINTR)
                 fail(75, path_, reason(errno));
@@ -101,12 +142,6 @@ class PosixFile final : public File {
         return true;
     }
 
-    void unlock() override {
-        if (::flock(descriptor_.number(), LOCK_UN) != 0)
-            fail(75, path_, reason(errno));
-    }
-
-  private:
     std::string path_;
     Descriptor descriptor_;
 };
@@ -121,6 +156,7 @@ class PosixDisk final : public FileSystem, private CaseBlindLookup {
             flags |= O_RDONLY;
             break;
         case OpenMode::read_write:
+        case OpenMode::sole_write:
             flags |= O_RDWR;
             break;
         case OpenMode::create:

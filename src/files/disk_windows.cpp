@@ -11,6 +11,7 @@
 #include <algorithm>
 
 #include "files/file_system.h"
+#include "files/locks.h"
 #include "files/path.h"
 
 namespace tolva::files {
@@ -76,10 +77,6 @@ OVERLAPPED at(std::uint64_t offset) {
     return place;
 }
 
-/// The one byte that stands for the whole file: far beyond any end, because a locked range cannot be read by
-/// others, and readers are welcome.
-constexpr std::uint64_t lock_byte = 0x7fff'ffff'0000'0000;
-
 /// Moves of one call are kept below what its counter holds.
 constexpr std::size_t longest_move = std::size_t{1} << 30;
 
@@ -139,23 +136,44 @@ class WindowsFile final : public File {
             fail(75, path_, reason(::GetLastError()));
     }
 
-    bool lock() override {
-        OVERLAPPED place = at(lock_byte);
-        if (::LockFileEx(handle_.get(), LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &place))
+    bool lock() override { return set_lock(claim_byte, 1, LOCKFILE_EXCLUSIVE_LOCK); }
+    void unlock() override {
+        if (!clear_lock(claim_byte, 1))
+            fail(75, path_, reason(::GetLastError()));
+    }
+
+    bool lock_content(Sharing sharing) override {
+        return keep_trying([&] {
+            return set_lock(content_byte, 1, sharing == Sharing::shared ? 0 : LOCKFILE_EXCLUSIVE_LOCK);
+        });
+    }
+    void unlock_content() noexcept override { clear_lock(content_byte, 1); }
+
+    bool locked_by_strangers() const override {
+        // The system tells of a lock by refusing another.
+        if (!set_lock(0, claim_byte, LOCKFILE_EXCLUSIVE_LOCK))
+            return true;
+        clear_lock(0, claim_byte);
+        return false;
+    }
+
+  private:
+    bool set_lock(std::uint64_t start, std::uint64_t length, DWORD kind) const {
+        OVERLAPPED place = at(start);
+        if (::LockFileEx(handle_.get(), kind | LOCKFILE_FAIL_IMMEDIATELY, 0, static_cast<DWORD>(length),
+                         static_cast<DWORD>(length >> 32), &place))
             return true;
         const DWORD error = ::GetLastError();
         if (error == ERROR_LOCK_VIOLATION || error == ERROR_IO_PENDING)
             return false;
         fail(75, path_, reason(error));
     }
-
-    void unlock() override {
-        OVERLAPPED place = at(lock_byte);
-        if (!::UnlockFileEx(handle_.get(), 0, 1, 0, &place))
-            fail(75, path_, reason(::GetLastError()));
+    bool clear_lock(std::uint64_t start, std::uint64_t length) const noexcept {
+        OVERLAPPED place = at(start);
+        return ::UnlockFileEx(handle_.get(), 0, static_cast<DWORD>(length), static_cast<DWORD>(length >> 32),
+                              &place) != 0;
     }
 
-  private:
     std::string path_;
     Handle handle_;
 };
@@ -170,9 +188,11 @@ class WindowsDisk final : public FileSystem {
             disposition = OPEN_ALWAYS;
         if (mode == OpenMode::create_new)
             disposition = CREATE_NEW;
-        const HANDLE handle = ::CreateFileW(native(found).c_str(), access,
-                                            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                            disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+        const DWORD sharing = mode == OpenMode::sole_write
+                                  ? FILE_SHARE_READ
+                                  : FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+        const HANDLE handle = ::CreateFileW(native(found).c_str(), access, sharing, nullptr, disposition,
+                                            FILE_ATTRIBUTE_NORMAL, nullptr);
         if (handle == INVALID_HANDLE_VALUE)
             fail_on(found, ::GetLastError());
         return std::make_unique<WindowsFile>(found, handle);
@@ -264,6 +284,8 @@ class WindowsDisk final : public FileSystem {
         case ERROR_FILE_EXISTS:
         case ERROR_ALREADY_EXISTS:
             fail(58, path, reason(error));
+        case ERROR_SHARING_VIOLATION:
+            fail(70, path, reason(error));
         default:
             fail(75, path, reason(error));
         }

@@ -12,6 +12,9 @@ namespace tolva::files {
 
 using Bytes = std::vector<std::uint8_t>;
 
+/// How a lock is held: by any number of readers, or by one who changes.
+enum class Sharing { shared, exclusive };
+
 /// One open file. Offsets and sizes are bytes. Every failure is a RunTimeError (75 unless told) whose text
 /// names the path and the system's reason; nothing is ever half reported.
 class File {
@@ -31,15 +34,28 @@ class File {
     /// Returns when what was written has reached the device.
     virtual void sync() = 0;
 
-    /// Takes the whole file for this process alone, without waiting. The system lets go of the lock when the
-    /// file closes, however its process ends. False when another holder has it.
+    // Two locks, each among those who ask for it (docs/durability.md tells who does). They lie on bytes far
+    // beyond any file's end, so they keep nobody from reading, and the system lets go of them when the file
+    // closes, however its process ends.
+
+    /// Claims the file as its one writer, without waiting; for a file that was opened for writing. False when
+    /// another opening of the file has the claim.
     virtual bool lock() = 0;
     virtual void unlock() = 0;
+
+    /// Takes the content for the moment of a read (shared) or of a change (exclusive; for a file that was
+    /// opened for writing). Waits for others to finish theirs, a while; false when they do not.
+    virtual bool lock_content(Sharing sharing) = 0;
+    virtual void unlock_content() noexcept = 0;
+
+    /// Whether a program that knows nothing of these two has locked the file, or bytes of it.
+    virtual bool locked_by_strangers() const = 0;
 };
 
 enum class OpenMode {
     read,       ///< must exist
     read_write, ///< must exist; error 75 when the system allows reading only
+    sole_write, ///< the same; where the system knows such a thing, others may open it for reading alone
     create,     ///< read_write, made when absent, kept when present
     create_new, ///< read_write, error 58 when present
 };
@@ -51,7 +67,7 @@ class FileSystem {
   public:
     virtual ~FileSystem() = default;
 
-    /// Error 53 when the file is absent, 76 when its folder is.
+    /// Error 53 when the file is absent, 76 when its folder is, 70 when another program keeps others out.
     virtual std::unique_ptr<File> open(const std::string& path, OpenMode mode) = 0;
 
     virtual bool exists(const std::string& path) const = 0;

@@ -11,7 +11,9 @@ namespace {
 
 struct Content {
     Bytes bytes;
-    bool locked = false;
+    bool claimed = false;
+    int readers = 0;
+    bool changing = false;
 };
 
 class MemoryFile final : public File {
@@ -19,8 +21,9 @@ class MemoryFile final : public File {
     MemoryFile(std::string path, std::shared_ptr<Content> content, bool writable)
         : path_(std::move(path)), content_(std::move(content)), writable_(writable) {}
     ~MemoryFile() override {
-        if (holds_lock_)
-            content_->locked = false;
+        if (has_claim_)
+            content_->claimed = false;
+        MemoryFile::unlock_content();
     }
 
     const std::string& path() const override { return path_; }
@@ -50,15 +53,38 @@ class MemoryFile final : public File {
     void sync() override {}
 
     bool lock() override {
-        if (content_->locked)
-            return holds_lock_;
-        return content_->locked = holds_lock_ = true;
+        check_writable();
+        if (content_->claimed)
+            return has_claim_;
+        return content_->claimed = has_claim_ = true;
+    }
+    void unlock() override {
+        if (has_claim_)
+            content_->claimed = has_claim_ = false;
     }
 
-    void unlock() override {
-        if (holds_lock_)
-            content_->locked = holds_lock_ = false;
+    // Nobody here would finish while another waits, so nobody waits.
+    bool lock_content(Sharing sharing) override {
+        unlock_content();
+        if (content_->changing || (sharing == Sharing::exclusive && content_->readers > 0))
+            return false;
+        if (sharing == Sharing::exclusive)
+            content_->changing = changes_ = true;
+        else {
+            ++content_->readers;
+            reads_ = true;
+        }
+        return true;
     }
+    void unlock_content() noexcept override {
+        if (reads_)
+            --content_->readers;
+        if (changes_)
+            content_->changing = false;
+        reads_ = changes_ = false;
+    }
+
+    bool locked_by_strangers() const override { return false; }
 
   private:
     void check_writable() const {
@@ -69,7 +95,8 @@ class MemoryFile final : public File {
     std::string path_;
     std::shared_ptr<Content> content_;
     bool writable_;
-    bool holds_lock_ = false;
+    bool has_claim_ = false;
+    bool reads_ = false, changes_ = false;
 };
 
 class MemoryDisk final : public FileSystem, private CaseBlindLookup {
@@ -84,7 +111,7 @@ class MemoryDisk final : public FileSystem, private CaseBlindLookup {
         if (at == files_.end()) {
             if (!is_folder(folder_of(found)))
                 fail(76, found, "no such folder");
-            if (mode == OpenMode::read || mode == OpenMode::read_write)
+            if (mode == OpenMode::read || mode == OpenMode::read_write || mode == OpenMode::sole_write)
                 fail(53, found, "no such file");
             at = files_.emplace(found, std::make_shared<Content>()).first;
         }

@@ -17,10 +17,15 @@ class Database {
   public:
     virtual ~Database() = default;
 
-    /// Opens for reading and writing where the system allows it, else for reading alone.
+    /// Opens for reading and writing where the system allows it, else for reading alone. Nobody else opens
+    /// the file for writing while the object lives.
     /// Errors: 3024 absent, 3343 not such a file, 3031 password or encoded pages, 3049 damaged (the text
-    /// names file, page and reason), 3045 held by another process.
+    /// names file, page and reason), 3045 held by another writer or another engine.
     static std::unique_ptr<Database> open(files::FileSystem& disk, const std::string& path);
+
+    /// Opens for reading alone, also while another process writes: the file as its last whole commit left it
+    /// at this moment, whatever becomes of it. Errors as above.
+    static std::unique_ptr<Database> open_to_read(files::FileSystem& disk, const std::string& path);
 
     /// Makes a new file with these tables, empty. Error 58 when the path exists.
     static void create(files::FileSystem& disk, const std::string& path,

@@ -5,6 +5,7 @@
 #include "basic/run_time_error.h"
 #include "jet/damage.h"
 #include "jet/header_page.h"
+#include "jet/stored_content.h"
 
 namespace tolva::jet {
 namespace {
@@ -13,19 +14,12 @@ constexpr std::size_t cache_bytes = std::size_t{32} << 20;
 
 } // namespace
 
-FilePager::FilePager(files::FileSystem& disk, const std::string& path)
+FilePager::FilePager(files::FileSystem& disk, const std::string& path, Access access)
     : disk_(disk), path_(disk.resolve(path)), journal_(disk, path_), clean_(cache_bytes / 4096) {
-    open_file();
-    if (!file_->lock())
-        throw basic::RunTimeError(3045, path_);
-    recover();
-
-    std::uint64_t size = read_only_ && overlay_.length ? overlay_.length : file_->size();
+    open_file(access);
+    const std::uint64_t size = read_only_ ? content_.size() : file_->size();
     std::vector<std::uint8_t> start(recognition_size);
-    start.resize(file_->read(0, start));
-    if (!overlay_.blocks.empty() && overlay_.blocks.front().first == 0)
-        start.assign(overlay_.blocks.front().second.begin(),
-                     overlay_.blocks.front().second.begin() + recognition_size);
+    start.resize(read_stored(0, start));
     format_ = recognise(path_, start);
     page_count_ = stored_count_ = static_cast<PageNumber>(size / format_->page_size);
     if (size % format_->page_size != 0)
@@ -37,38 +31,51 @@ FilePager::FilePager(files::FileSystem& disk, const std::string& path)
 
 FilePager::~FilePager() = default;
 
-void FilePager::open_file() {
-    try {
-        file_ = disk_.open(path_, files::OpenMode::read_write);
-        return;
-    } catch (const basic::RunTimeError& error) {
-        if (error.number() == 53 || error.number() == 76)
-            throw basic::RunTimeError(3024, path_);
-        if (error.number() != 75)
-            throw;
+void FilePager::open_file(Access access) {
+    if (access == Access::write) {
+        try {
+            file_ = open_stored(disk_, path_, files::OpenMode::sole_write);
+            claim();
+            recover();
+            return;
+        } catch (const basic::RunTimeError& error) {
+            if (error.number() != 75 || file_)
+                throw;
+        }
     }
-    file_ = disk_.open(path_, files::OpenMode::read);
     read_only_ = true;
+    content_ = StoredContent(disk_, path_).read();
+}
+
+/// Other engines lock the file itself, or a file beside it. One of those that was left behind is locked by
+/// nobody.
+void FilePager::claim() {
+    if (!file_->lock() || file_->locked_by_strangers())
+        throw basic::RunTimeError(3045, path_);
+    const std::size_t dot = path_.rfind('.');
+    const std::string beside = path_.substr(0, std::max(dot, path_.size() - 4)) + ".ldb";
+    if (disk_.exists(beside) && disk_.open(beside, files::OpenMode::read)->locked_by_strangers())
+        throw basic::RunTimeError(3045, path_);
 }
 
 void FilePager::recover() {
     if (!journal_.exists())
         return;
-    if (!journal_.whole()) {
-        // Its commit had not begun to write to the file.
-        if (!read_only_) {
-            journal_.remove();
-            journal_.sync_removal();
-        }
-        return;
-    }
-    if (read_only_) {
-        overlay_ = journal_.image();
-        return;
-    }
-    journal_.roll_back(*file_);
+    const ContentLock lock(*file_, files::Sharing::exclusive);
+    if (journal_.inspect(*file_) == Journal::State::whole)
+        journal_.roll_back(*file_);
     journal_.remove();
     journal_.sync_removal();
+}
+
+std::size_t FilePager::read_stored(std::uint64_t at, std::span<std::uint8_t> out) const {
+    if (file_)
+        return file_->read(at, out);
+    if (at >= content_.size())
+        return 0;
+    const std::size_t count = std::min<std::uint64_t>(out.size(), content_.size() - at);
+    std::copy_n(content_.begin() + static_cast<std::ptrdiff_t>(at), count, out.begin());
+    return count;
 }
 
 void FilePager::check_usable() const {
@@ -78,17 +85,8 @@ void FilePager::check_usable() const {
 
 PageRef FilePager::fetch(PageNumber page) const {
     auto content = std::make_shared<Page>(format_->page_size);
-    const std::uint64_t at = std::uint64_t{page} * format_->page_size;
-    const std::size_t got = file_->read(at, *content);
-    if (overlay_.blocks.empty() && got != format_->page_size)
+    if (read_stored(std::uint64_t{page} * format_->page_size, *content) != format_->page_size)
         damaged(path_, page, "the file ends inside this page");
-    for (const auto& [number, block] : overlay_.blocks) {
-        const std::uint64_t from = std::uint64_t{number} * Journal::block_size;
-        if (at < from || at >= from + Journal::block_size)
-            continue;
-        std::copy_n(block.begin() + static_cast<std::ptrdiff_t>(at - from), format_->page_size,
-                    content->begin());
-    }
     return content;
 }
 
@@ -159,6 +157,22 @@ void FilePager::undo_statement() {
     ++undo_count_;
 }
 
+Journal::Change FilePager::pending_change() const {
+    Journal::Change change;
+    change.blocks = blocks_to_save();
+    change.new_length = std::uint64_t{page_count_} * format_->page_size;
+    change.apply = [this](std::uint32_t block, std::span<std::uint8_t> content) {
+        const std::size_t pages = std::max<std::size_t>(1, Journal::block_size / format_->page_size);
+        for (std::size_t i = 0; i < pages; ++i) {
+            const auto found = pending_.find(static_cast<PageNumber>(block * pages + i));
+            if (found != pending_.end())
+                std::copy(found->second->begin(), found->second->end(),
+                          content.begin() + static_cast<std::ptrdiff_t>(i * format_->page_size));
+        }
+    };
+    return change;
+}
+
 std::vector<std::uint32_t> FilePager::blocks_to_save() const {
     std::vector<std::uint32_t> blocks;
     const auto save = [&](PageNumber page) {
@@ -216,10 +230,25 @@ void FilePager::commit() {
         return;
     if (in_statement_)
         end_statement();
+    {
+        const ContentLock lock(*file_, files::Sharing::exclusive);
+        put_into_file();
+    }
+
+    for (auto& [page, content] : pending_)
+        clean_.put(page, std::move(content));
+    pending_.clear();
+    clean_.drop(0); // its commit bytes
+    stored_count_ = page_count_;
+    was_cut_short_ = false;
+    journal_.sync_removal();
+}
+
+void FilePager::put_into_file() {
     // A failure here leaves the file as it was and the changes pending; a journal that stands whole says the
     // same as the file does.
     try {
-        journal_.write(*file_, blocks_to_save());
+        journal_.write(*file_, pending_change());
     } catch (...) {
         try {
             journal_.remove();
@@ -248,14 +277,6 @@ void FilePager::commit() {
         }
         throw;
     }
-
-    for (auto& [page, content] : pending_)
-        clean_.put(page, std::move(content));
-    pending_.clear();
-    clean_.drop(0); // its commit bytes
-    stored_count_ = page_count_;
-    was_cut_short_ = false;
-    journal_.sync_removal();
 }
 
 void FilePager::rollback() {

@@ -12,16 +12,22 @@
 
 namespace tolva::jet {
 
-/// The pager over a real file. It holds the file's lock for as long as it lives, so there is one writer and
-/// no reader of ours beside it.
+/// The pager over a real file, for its one writer or for a reader. A writer has the claim on the file for as
+/// long as it lives, so nobody else changes the file; it takes the content alone for the moment of a commit.
+/// A reader takes the content into memory when it opens the file, and sees that one commit's state ever
+/// after.
 ///
 /// A page is clean (as stored, kept within a budget) or pending (changed since the last commit, kept in
 /// memory until then). A clean page is copied before its first change, and a pending one when somebody still
 /// holds it or a statement may have to put it back; so a PageRef never changes.
 class FilePager final : public Pager {
   public:
-    /// Locks and opens the file, and first undoes what a cut commit left. Errors as Database::open.
-    FilePager(files::FileSystem& disk, const std::string& path);
+    enum class Access {
+        write, ///< reads alone where the system allows no more
+        read,
+    };
+    /// A writer first undoes in the file what a cut commit left. Errors as Database::open.
+    FilePager(files::FileSystem& disk, const std::string& path, Access access = Access::write);
     ~FilePager() override;
 
     bool read_only() const { return read_only_; }
@@ -46,16 +52,21 @@ class FilePager final : public Pager {
   private:
     using Pages = std::unordered_map<PageNumber, std::shared_ptr<Page>>;
 
-    void open_file();
+    void open_file(Access access);
+    void claim();
     void recover();
+    std::size_t read_stored(std::uint64_t at, std::span<std::uint8_t> out) const;
     PageRef fetch(PageNumber page) const;
+    Journal::Change pending_change() const;
     std::vector<std::uint32_t> blocks_to_save() const;
     void write_pages();
+    void put_into_file();
     void check_usable() const;
 
     files::FileSystem& disk_;
     std::string path_;
-    std::unique_ptr<files::File> file_;
+    std::unique_ptr<files::File> file_; ///< a writer's
+    files::Bytes content_;              ///< a reader's
     Journal journal_;
     std::optional<Format> format_;
     bool read_only_ = false;
@@ -66,9 +77,6 @@ class FilePager final : public Pager {
     PageNumber stored_count_ = 0;
     mutable PageCache clean_;
     Pages pending_;
-    /// Blocks of a journal that may not be rolled back because the file can only be read.
-    Journal::Image overlay_;
-
     /// What the statement that is under way has changed: the page as it was pending before, or null where it
     /// was clean.
     bool in_statement_ = false;

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstring>
 #include <random>
-#include <span>
 
+#include "basic/run_time_error.h"
 #include "files/path.h"
 #include "jet/bytes.h"
 #include "jet/damage.h"
@@ -12,14 +12,62 @@
 namespace tolva::jet {
 namespace {
 
-constexpr char magic[] = "TOLVA journal 1\n"; // 16 characters
+constexpr char magic[] = "TOLVA journal 2\n"; // 16 characters
 constexpr std::size_t magic_size = sizeof magic - 1;
-constexpr std::size_t header_size = magic_size + 8 + 8 + 4 + 8;
-constexpr std::size_t record_head = 4 + 8;
+/// Both lengths, the sum of the rest, the salt, the number of records; behind them the header's own sum.
+constexpr std::size_t fields_size = magic_size + 8 + 8 + 8 + 8 + 4;
+constexpr std::size_t header_size = fields_size + 8;
+
+constexpr std::size_t sectors_of_block = Journal::block_size / Journal::sector_size;
+/// Block number, checksum of all that follows, sums of the sectors.
+constexpr std::size_t record_head = 4 + 8 + 4 * sectors_of_block;
 constexpr std::size_t record_size = record_head + Journal::block_size;
 
-/// Mixes eight bytes at a time; the salt makes records of an older journal in reused device blocks fail.
-std::uint64_t checksum(std::uint64_t salt, std::span<const std::uint8_t> bytes) {
+/// How many of the blocks that a commit leaves alone are looked at. All of them, in a file of this many.
+constexpr std::uint32_t most_rest_blocks = 256;
+
+std::uint64_t new_salt() {
+    std::random_device source;
+    return static_cast<std::uint64_t>(source()) << 32 | source();
+}
+
+/// A block of a file; what lies beyond its end is zeros.
+files::Bytes read_block(const files::File& file, std::uint32_t block) {
+    files::Bytes content(Journal::block_size);
+    const std::size_t got = file.read(std::uint64_t{block} * Journal::block_size, content);
+    std::fill(content.begin() + static_cast<std::ptrdiff_t>(got), content.end(), std::uint8_t{0});
+    return content;
+}
+
+std::span<const std::uint8_t> sector(std::span<const std::uint8_t> block, std::size_t number) {
+    return block.subspan(number * Journal::sector_size, Journal::sector_size);
+}
+
+std::uint32_t sector_sum(std::uint64_t salt, std::span<const std::uint8_t> bytes) {
+    return static_cast<std::uint32_t>(Journal::checksum(salt, bytes));
+}
+
+/// The commit bytes of page 0, in either version: they change several times during one commit.
+bool holds_commit_bytes(std::uint32_t block, std::size_t sector) {
+    return block == 0 && (sector == 0x600 / Journal::sector_size || sector == 0xe00 / Journal::sector_size);
+}
+
+/// A sum over blocks that are not among `changed`, spread over the file's old length.
+std::uint64_t sum_of_rest(const files::File& database, std::uint64_t old_length, std::uint64_t salt,
+                          const std::vector<std::uint32_t>& changed) {
+    const auto count = static_cast<std::uint32_t>(old_length / Journal::block_size);
+    const std::uint32_t step = std::max<std::uint32_t>(1, (count + most_rest_blocks - 1) / most_rest_blocks);
+    std::uint64_t sum = salt;
+    for (std::uint32_t block = 0; block < count; block += step)
+        if (!std::binary_search(changed.begin(), changed.end(), block))
+            sum = Journal::checksum(sum + block, read_block(database, block));
+    return sum;
+}
+
+} // namespace
+
+/// Mixes eight bytes at a time.
+std::uint64_t Journal::checksum(std::uint64_t salt, std::span<const std::uint8_t> bytes) {
     constexpr std::uint64_t factor = 0x9e37'79b9'7f4a'7c15;
     std::uint64_t sum = salt ^ (bytes.size() * factor);
     std::size_t at = 0;
@@ -36,13 +84,6 @@ std::uint64_t checksum(std::uint64_t salt, std::span<const std::uint8_t> bytes) 
     return sum ^ sum >> 32;
 }
 
-std::uint64_t new_salt() {
-    std::random_device source;
-    return static_cast<std::uint64_t>(source()) << 32 | source();
-}
-
-} // namespace
-
 Journal::Journal(files::FileSystem& disk, const std::string& database_path)
     : disk_(disk), path_(database_path + "-journal"),
       folder_(files::folder_of(files::with_slashes(database_path))) {}
@@ -55,10 +96,20 @@ std::unique_ptr<files::File> Journal::open() const {
     return disk_.open(path_, files::OpenMode::read);
 }
 
-void Journal::write(const files::File& database, const std::vector<std::uint32_t>& blocks) {
-    const auto file = disk_.open(path_, files::OpenMode::create);
-    file->truncate(0); // what a commit left that failed and could not remove it
-    Header header{database.size(), new_salt(), static_cast<std::uint32_t>(blocks.size())};
+void Journal::write(const files::File& database, const Change& change) {
+    if (exists()) {
+        // Left by a commit that failed. It must be gone for good before another takes its name, or a cut
+        // could mix the two.
+        remove();
+        sync_removal();
+    }
+    const auto file = disk_.open(path_, files::OpenMode::create_new);
+    Header header;
+    header.old_length = database.size();
+    header.new_length = change.new_length;
+    header.salt = new_salt();
+    header.blocks = static_cast<std::uint32_t>(change.blocks.size());
+    header.rest_sum = sum_of_rest(database, header.old_length, header.salt, change.blocks);
 
     files::Bytes batch;
     constexpr std::size_t batch_limit = 64 * record_size;
@@ -68,97 +119,144 @@ void Journal::write(const files::File& database, const std::vector<std::uint32_t
         written += batch.size();
         batch.clear();
     };
-    for (const std::uint32_t number : blocks) {
+    for (const std::uint32_t block : change.blocks) {
+        files::Bytes content = read_block(database, block);
         batch.resize(batch.size() + record_size);
         std::uint8_t* record = batch.data() + batch.size() - record_size;
-        const std::span<std::uint8_t> content(record + record_head, block_size);
-        const std::size_t got = database.read(std::uint64_t{number} * block_size, content);
-        std::fill(content.begin() + static_cast<std::ptrdiff_t>(got), content.end(), std::uint8_t{0});
-        put32(record, number);
-        put64(record + 4, checksum(header.salt + number, content));
+        put32(record, block);
+        std::copy(content.begin(), content.end(), record + record_head);
+        change.apply(block, content);
+        for (std::size_t i = 0; i < sectors_of_block; ++i)
+            put32(record + 12 + 4 * i, sector_sum(header.salt, sector(content, i)));
+        put64(record + 4, checksum(header.salt + block, std::span(record + 12, record_size - 12)));
         if (batch.size() >= batch_limit)
             flush();
     }
     flush();
     file->sync();
 
-    files::Bytes head(block_size);
-    std::memcpy(head.data(), magic, magic_size);
-    put64(head.data() + magic_size, header.database_length);
-    put64(head.data() + magic_size + 8, header.salt);
-    put32(head.data() + magic_size + 16, header.blocks);
-    put64(head.data() + magic_size + 20, checksum(header.salt, std::span(head.data(), header_size - 8)));
-    file->write(0, head);
+    write_header(*file, header);
     file->sync();
     disk_.sync_folder(folder_);
 }
 
+void Journal::write_header(files::File& file, const Header& header) const {
+    files::Bytes bytes(block_size);
+    std::uint8_t* at = bytes.data();
+    std::memcpy(at, magic, magic_size);
+    put64(at + magic_size, header.old_length);
+    put64(at + magic_size + 8, header.new_length);
+    put64(at + magic_size + 16, header.rest_sum);
+    put64(at + magic_size + 24, header.salt);
+    put32(at + magic_size + 32, header.blocks);
+    put64(at + fields_size, checksum(header.salt, std::span(at, fields_size)));
+    file.write(0, bytes);
+}
+
 bool Journal::read_header(const files::File& file, Header& header) const {
-    files::Bytes head(header_size);
-    if (file.read(0, head) != head.size())
+    files::Bytes bytes(header_size);
+    const std::size_t got = file.read(0, bytes);
+    if (std::all_of(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(got),
+                    [](std::uint8_t byte) { return byte == 0; }))
         return false;
-    if (std::memcmp(head.data(), magic, magic_size) != 0)
-        return false;
-    header.database_length = get64(head.data() + magic_size);
-    header.salt = get64(head.data() + magic_size + 8);
-    header.blocks = get32(head.data() + magic_size + 16);
-    return get64(head.data() + magic_size + 20) ==
-           checksum(header.salt, std::span(head.data(), header_size - 8));
-}
-
-std::uint32_t Journal::read_record(const files::File& file, const Header& header, std::uint32_t place,
-                                   files::Bytes& block) const {
-    std::uint8_t head[record_head];
-    const std::uint64_t at = block_size + std::uint64_t{place} * record_size;
-    block.resize(block_size);
-    if (file.read(at, head) != record_head || file.read(at + record_head, block) != block_size)
-        damaged(path_, place, "the journal ends before this record does");
-    const std::uint32_t number = get32(head);
-    if (get64(head + 4) != checksum(header.salt + number, block) ||
-        std::uint64_t{number} * block_size >= header.database_length)
-        damaged(path_, place, "this record of the journal does not agree with its checksum");
-    return number;
-}
-
-bool Journal::whole() {
-    const auto file = open();
-    Header header;
-    if (!read_header(*file, header))
-        return false;
-    files::Bytes block;
-    for (std::uint32_t place = 0; place < header.blocks; ++place)
-        read_record(*file, header, place, block);
+    const std::uint8_t* at = bytes.data();
+    header.old_length = get64(at + magic_size);
+    header.new_length = get64(at + magic_size + 8);
+    header.rest_sum = get64(at + magic_size + 16);
+    header.salt = get64(at + magic_size + 24);
+    header.blocks = get32(at + magic_size + 32);
+    if (got != header_size || std::memcmp(at, magic, magic_size) != 0 ||
+        get64(at + fields_size) != checksum(header.salt, std::span(at, fields_size)))
+        damaged(path_, 0, "this is no journal of ours, or its header is damaged");
     return true;
 }
 
-void Journal::roll_back(files::File& database) {
+Journal::Header Journal::whole_header(const files::File& file) const {
+    Header header;
+    if (!read_header(file, header))
+        damaged(path_, 0, "the journal's header is gone");
+    return header;
+}
+
+Journal::Record Journal::read_record(const files::File& file, const Header& header,
+                                     std::uint32_t place) const {
+    files::Bytes bytes(record_size);
+    const auto page = place + 1; // counted like the header's
+    if (file.read(block_size + std::uint64_t{place} * record_size, bytes) != record_size)
+        damaged(path_, page, "the journal ends before this record does");
+    Record record;
+    record.block = get32(bytes.data());
+    if (get64(bytes.data() + 4) != checksum(header.salt + record.block, std::span(bytes).subspan(12)) ||
+        std::uint64_t{record.block} * block_size >= header.old_length)
+        damaged(path_, page, "this record of the journal does not agree with its checksum");
+    for (std::size_t i = 0; i < sectors_of_block; ++i)
+        record.new_sums.push_back(get32(bytes.data() + 12 + 4 * i));
+    record.content.assign(bytes.begin() + record_head, bytes.end());
+    return record;
+}
+
+void Journal::check_sectors(const files::File& database, const Header& header, const Record& record) const {
+    const files::Bytes now = read_block(database, record.block);
+    for (std::size_t i = 0; i < sectors_of_block; ++i) {
+        const auto found = sector(now, i);
+        const auto before = sector(record.content, i);
+        if (std::equal(found.begin(), found.end(), before.begin()) || holds_commit_bytes(record.block, i) ||
+            sector_sum(header.salt, found) == record.new_sums[i])
+            continue;
+        damaged(database.path(), record.block,
+                "holds neither what '" + path_ +
+                    "' kept of it nor what was being written: " + "the journal is of another time");
+    }
+}
+
+Journal::State Journal::inspect(const files::File& database) const {
     const auto file = open();
     Header header;
     if (!read_header(*file, header))
-        damaged(path_, 0, "the journal's header is gone");
-    files::Bytes block;
+        return State::never_began;
+    const std::uint64_t length = database.size();
+    if (length < header.old_length || length > header.new_length)
+        damaged(database.path(), static_cast<std::uint32_t>(length / block_size),
+                "the file ends here, which the journal '" + path_ + "' denies: it belongs to another file");
+    std::vector<std::uint32_t> blocks;
     for (std::uint32_t place = 0; place < header.blocks; ++place) {
-        const std::uint64_t at = std::uint64_t{read_record(*file, header, place, block)} * block_size;
-        const std::uint64_t size = std::min<std::uint64_t>(block_size, header.database_length - at);
-        database.write(at, std::span(block.data(), size));
+        const Record record = read_record(*file, header, place);
+        blocks.push_back(record.block);
+        check_sectors(database, header, record);
     }
-    if (database.size() != header.database_length)
-        database.truncate(header.database_length);
+    if (!std::is_sorted(blocks.begin(), blocks.end()))
+        damaged(path_, 0, "the journal's records are out of order");
+    if (sum_of_rest(database, header.old_length, header.salt, blocks) != header.rest_sum)
+        damaged(database.path(), 0,
+                "the rest of the file is not what it was for the journal '" + path_ +
+                    "': it belongs to another file or time");
+    return State::whole;
+}
+
+void Journal::roll_back(files::File& database) const {
+    const auto file = open();
+    const Header header = whole_header(*file);
+    for (std::uint32_t place = 0; place < header.blocks; ++place) {
+        const Record record = read_record(*file, header, place);
+        const std::uint64_t at = std::uint64_t{record.block} * block_size;
+        const std::uint64_t size = std::min<std::uint64_t>(block_size, header.old_length - at);
+        database.write(at, std::span(record.content.data(), size));
+    }
+    if (database.size() != header.old_length)
+        database.truncate(header.old_length);
     database.sync();
 }
 
-Journal::Image Journal::image() {
+void Journal::roll_back(files::Bytes& content) const {
     const auto file = open();
-    Header header;
-    if (!read_header(*file, header))
-        damaged(path_, 0, "the journal's header is gone");
-    Image image{header.database_length, {}};
-    files::Bytes block;
+    const Header header = whole_header(*file);
+    content.resize(header.old_length);
     for (std::uint32_t place = 0; place < header.blocks; ++place) {
-        const std::uint32_t number = read_record(*file, header, place, block);
-        image.blocks.emplace_back(number, block);
+        const Record record = read_record(*file, header, place);
+        const std::size_t at = std::size_t{record.block} * block_size;
+        std::copy_n(record.content.begin(), std::min(block_size, content.size() - at),
+                    content.begin() + static_cast<std::ptrdiff_t>(at));
     }
-    return image;
 }
 
 void Journal::remove() {

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -13,53 +15,76 @@ namespace tolva::jet {
 /// It lies beside the file as "<name>-journal" and exists only while a commit runs. docs/durability.md tells
 /// the order of all writes.
 ///
-/// Layout: one block of header, then records of block number, checksum and block. The header is written last,
-/// when every record has reached the device, so a journal with a good header is whole.
+/// Layout: one block of header, then records of block number, checksum, sums of what the block becomes, and
+/// the block. The header is written last, when every record has reached the device, so a journal with a good
+/// header is whole.
 class Journal {
   public:
     /// Blocks, not pages: a device may tear what it writes at this grain, and a smaller page's neighbour with
     /// it.
     static constexpr std::size_t block_size = 4096;
+    /// The least that a device writes whole.
+    static constexpr std::size_t sector_size = 512;
 
     Journal(files::FileSystem& disk, const std::string& database_path);
 
     bool exists() const;
 
-    /// Writes a whole journal of `blocks` (ascending numbers) of `database` and makes it durable. When it
-    /// fails nothing of the database has been touched.
-    void write(const files::File& database, const std::vector<std::uint32_t>& blocks);
+    /// What a commit is about to do to a file.
+    struct Change {
+        std::vector<std::uint32_t> blocks; ///< those that it overwrites, ascending
+        std::uint64_t new_length = 0;
+        /// Makes a block's old content its new one.
+        std::function<void(std::uint32_t block, std::span<std::uint8_t> content)> apply;
+    };
+    /// Writes a whole journal of a change of `database` and makes it durable. When it fails nothing of the
+    /// database has been touched.
+    void write(const files::File& database, const Change& change);
 
-    /// Whether there is a whole journal. Error 3049 when its header is whole but a record is not: then the
-    /// file cannot be put back.
-    bool whole();
+    enum class State {
+        never_began, ///< its commit had not begun to write to the file
+        whole,       ///< the file is to be put back
+    };
+    /// Error 3049 when the journal is neither, or does not belong to the file as it stands: then nothing must
+    /// be touched.
+    State inspect(const files::File& database) const;
 
     /// Puts back what the journal holds, the file's length included, and makes that durable. May be cut short
     /// and done again any number of times.
-    void roll_back(files::File& database);
+    void roll_back(files::File& database) const;
 
-    /// The blocks and the length as they would be put back, for a reader that may not write.
-    struct Image {
-        std::uint64_t length = 0;
-        std::vector<std::pair<std::uint32_t, files::Bytes>> blocks;
-    };
-    Image image();
+    /// Puts back what the journal holds in a copy of the file's content.
+    void roll_back(files::Bytes& content) const;
 
     /// Ends the commit (or its undoing): the journal goes, for good once `sync_removal` returns.
     void remove();
     void sync_removal();
 
+    /// Of a header, a record or a stretch of the file. The salt makes what an older journal left in reused
+    /// device blocks fail.
+    static std::uint64_t checksum(std::uint64_t salt, std::span<const std::uint8_t> bytes);
+
   private:
     struct Header {
-        std::uint64_t database_length = 0;
+        std::uint64_t old_length = 0, new_length = 0;
+        std::uint64_t rest_sum = 0; ///< of blocks that the commit leaves alone
         std::uint64_t salt = 0;
         std::uint32_t blocks = 0;
     };
+    struct Record {
+        std::uint32_t block = 0;
+        std::vector<std::uint32_t> new_sums; ///< of each sector, as the commit makes it
+        files::Bytes content;
+    };
 
     std::unique_ptr<files::File> open() const;
+    void write_header(files::File& file, const Header& header) const;
+    /// Nothing where the place of the header is blank; error 3049 for a header that is none.
     bool read_header(const files::File& file, Header& header) const;
-    /// The block of one record, checked. `place` counts records.
-    std::uint32_t read_record(const files::File& file, const Header& header, std::uint32_t place,
-                              files::Bytes& block) const;
+    Header whole_header(const files::File& file) const;
+    /// One record, checked. `place` counts records.
+    Record read_record(const files::File& file, const Header& header, std::uint32_t place) const;
+    void check_sectors(const files::File& database, const Header& header, const Record& record) const;
 
     files::FileSystem& disk_;
     std::string path_;

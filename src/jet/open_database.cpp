@@ -23,10 +23,15 @@ std::int64_t number_of(const Value& value) {
 } // namespace
 
 std::unique_ptr<Database> Database::open(files::FileSystem& disk, const std::string& path) {
-    return std::make_unique<OpenDatabase>(disk, path);
+    return std::make_unique<OpenDatabase>(disk, path, FilePager::Access::write);
 }
 
-OpenDatabase::OpenDatabase(files::FileSystem& disk, const std::string& path) : pager_(disk, path) {
+std::unique_ptr<Database> Database::open_to_read(files::FileSystem& disk, const std::string& path) {
+    return std::make_unique<OpenDatabase>(disk, path, FilePager::Access::read);
+}
+
+OpenDatabase::OpenDatabase(files::FileSystem& disk, const std::string& path, FilePager::Access access)
+    : pager_(disk, path, access) {
     read_catalog();
     if (!pager_.was_cut_short())
         return;

@@ -17,7 +17,8 @@ class OpenDatabase final : public Database {
     static constexpr PageNumber catalog_page = 2;
     static constexpr PageNumber global_map_page = 1;
 
-    OpenDatabase(files::FileSystem& disk, const std::string& path);
+    OpenDatabase(files::FileSystem& disk, const std::string& path,
+                 FilePager::Access access = FilePager::Access::write);
 
     const std::string& path() const override { return pager_.path(); }
     bool read_only() const override { return pager_.read_only(); }

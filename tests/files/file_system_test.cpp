@@ -1,5 +1,8 @@
+#include <atomic>
+#include <chrono>
 #include <functional>
 #include <gtest/gtest.h>
+#include <thread>
 
 #include "basic/run_time_error.h"
 #include "files/file_system.h"
@@ -162,11 +165,59 @@ TEST_P(Disk, ALockHasOneHolder) {
 TEST_P(Disk, ALockEndsWithItsFile) {
     put("a.txt", "x");
     auto first = disk->open(at("a.txt"), OpenMode::read_write);
-    const auto second = disk->open(at("a.txt"), OpenMode::read);
+    const auto second = disk->open(at("a.txt"), OpenMode::sole_write);
     EXPECT_TRUE(first->lock());
     EXPECT_FALSE(second->lock());
     first.reset();
     EXPECT_TRUE(second->lock());
+}
+
+TEST_P(Disk, ManyMayReadWhileOneHasTheClaim) {
+    put("a.txt", "x");
+    const auto writer = disk->open(at("a.txt"), OpenMode::sole_write);
+    ASSERT_TRUE(writer->lock());
+    const auto one = disk->open(at("a.txt"), OpenMode::read);
+    const auto other = disk->open(at("a.txt"), OpenMode::read);
+    EXPECT_TRUE(one->lock_content(Sharing::shared));
+    EXPECT_TRUE(other->lock_content(Sharing::shared));
+    EXPECT_EQ(text_of(*disk, at("a.txt")), "x");
+    EXPECT_FALSE(one->locked_by_strangers());
+    one->unlock_content();
+    other->unlock_content();
+    EXPECT_TRUE(writer->lock_content(Sharing::exclusive));
+    writer->unlock_content();
+    EXPECT_TRUE(one->lock_content(Sharing::shared));
+}
+
+TEST(MemoryDisk, AChangeAndAReadKeepEachOtherOut) {
+    const auto disk = make_memory_disk();
+    const auto writer = disk->open("a.txt", OpenMode::create);
+    auto reader = disk->open("a.txt", OpenMode::read);
+    EXPECT_TRUE(reader->lock_content(Sharing::shared));
+    EXPECT_FALSE(writer->lock_content(Sharing::exclusive));
+    reader.reset();
+    EXPECT_TRUE(writer->lock_content(Sharing::exclusive));
+    reader = disk->open("a.txt", OpenMode::read);
+    EXPECT_FALSE(reader->lock_content(Sharing::shared));
+    writer->unlock_content();
+    EXPECT_TRUE(reader->lock_content(Sharing::shared));
+}
+
+TEST(DiskOfThisMachine, AChangeWaitsForAReadToEnd) {
+    const support::TemporaryFolder folder;
+    const auto disk = make_disk();
+    const auto writer = disk->open(folder.file("a.txt"), OpenMode::create);
+    auto reader = disk->open(folder.file("a.txt"), OpenMode::read);
+    ASSERT_TRUE(reader->lock_content(Sharing::shared));
+    std::atomic<bool> over = false;
+    std::thread reading([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        over = true;
+        reader.reset();
+    });
+    EXPECT_TRUE(writer->lock_content(Sharing::exclusive));
+    EXPECT_TRUE(over);
+    reading.join();
 }
 
 TEST_P(Disk, ReplaceWholeLeavesOnlyTheNewContent) {

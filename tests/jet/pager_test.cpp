@@ -3,6 +3,7 @@
 #include "basic/run_time_error.h"
 #include "jet/file_pager.h"
 #include "jet/header_page.h"
+#include "jet/stored_content.h"
 #include "support/faulty_disk.h"
 #include "support/read_only_disk.h"
 
@@ -356,38 +357,97 @@ TEST(Pager, ACutAfterAFailedCommitStillFindsAWholeFile) {
     }
 }
 
-TEST(Pager, AJournalWithoutAWholeHeaderIsSweptAway) {
+TEST(Pager, AJournalWithoutAHeaderIsSweptAway) {
     for (const std::size_t size : {std::size_t{0}, std::size_t{10}, std::size_t{4096}, std::size_t{20000}}) {
-        FaultyDisk disk({{path, plain_file()}, {journal, files::Bytes(size, 0x55)}});
+        files::Bytes begun(size);
+        if (size > 4096) // records, as far as they came
+            std::fill(begun.begin() + 4096, begun.end(), std::uint8_t{0x55});
+        FaultyDisk disk({{path, plain_file()}, {journal, begun}});
         ASSERT_TRUE(recover(disk, {}));
         EXPECT_EQ(disk.content().size(), 1u);
         EXPECT_EQ(disk.content().at(path), plain_file());
     }
 }
 
-TEST(Pager, AWholeJournalWithADamagedRecordIsToldOf) {
+/// What a kill leaves in the middle of the change's commit: some pages old, some new, and a whole journal.
+std::map<std::string, files::Bytes> half_written() {
     const files::Bytes before = plain_file();
     for (int operation = 1;; ++operation) {
         FaultyDisk disk({{path, before}});
         FilePager pager(disk, path);
         change(pager);
         disk.plan({Fault::kill, operation, 0, 512});
-        ASSERT_THROW(pager.commit(), PowerCut) << "no step had a whole journal and a half-written file";
+        EXPECT_THROW(pager.commit(), PowerCut) << "no step had a whole journal and a half-written file";
         auto survivors = disk.survivors();
-        if (survivors.at(path) == before)
-            continue;
-        survivors.at(journal)[3 * 4096] ^= 1;
-        FaultyDisk next(survivors);
+        if (survivors.at(path).size() != before.size())
+            return survivors;
+    }
+}
+
+/// Neither a writer nor a reader takes the file with this journal, and neither touches anything.
+void expect_refusal(const std::map<std::string, files::Bytes>& found) {
+    for (const auto access : {FilePager::Access::write, FilePager::Access::read}) {
+        FaultyDisk disk(found);
         try {
-            FilePager reopened(next, path);
-            FAIL() << "opened";
+            FilePager pager(disk, path, access);
+            ADD_FAILURE() << "opened";
         } catch (const basic::RunTimeError& error) {
             EXPECT_EQ(error.number(), 3049);
             EXPECT_NE(error.text().find(journal), std::string::npos) << error.text();
         }
-        EXPECT_EQ(next.content(), survivors) << "nothing may be touched";
-        break;
+        EXPECT_EQ(disk.content(), found) << "nothing may be touched";
     }
+}
+
+TEST(Pager, AFileOfSomeoneElsesUnderTheJournalsNameIsLeftAlone) {
+    expect_refusal({{path, plain_file()}, {journal, files::Bytes(20000, 0x55)}});
+    expect_refusal({{path, plain_file()}, {journal, {'a', 'b', 'c'}}});
+}
+
+TEST(Pager, AJournalWithADamagedHeaderIsToldOf) {
+    auto found = half_written();
+    found.at(journal)[30] ^= 1;
+    expect_refusal(found);
+}
+
+TEST(Pager, AJournalOfAnotherFileIsRefused) {
+    // Another file took the place of the one that the cut hit, as when a copy is put back.
+    auto found = half_written();
+    files::Bytes other = plain_file();
+    other[7 * jet4_format.page_size + 100] ^= 1; // a page that the commit left alone
+    found.at(path) = other;
+    expect_refusal(found);
+
+    for (const std::size_t pages : {pages_at_first - 1, pages_at_first + 8}) {
+        found.at(path) = plain_file();
+        found.at(path).resize(pages * jet4_format.page_size);
+        expect_refusal(found);
+    }
+}
+
+TEST(Pager, AJournalOfAnEarlierCommitIsRefused) {
+    // A copying program brings back the journal of a commit that was followed by another on the same pages.
+    const auto earlier = half_written();
+    FaultyDisk disk(earlier);
+    files::Bytes later;
+    {
+        FilePager pager(disk, path);
+        change(pager);
+        pager.commit();
+        fill(pager, 4, 0xb4);
+        pager.commit();
+        later = disk.content().at(path);
+    }
+    expect_refusal({{path, later}, {journal, earlier.at(journal)}});
+}
+
+TEST(Pager, AWholeJournalWithADamagedRecordIsToldOf) {
+    auto found = half_written();
+    found.at(journal)[3 * 4096] ^= 1;
+    expect_refusal(found);
+    found = half_written();
+    found.at(journal).resize(found.at(journal).size() - 1);
+    expect_refusal(found);
 }
 
 TEST(Pager, AFileThatMayOnlyBeReadOpensForReading) {
@@ -400,30 +460,64 @@ TEST(Pager, AFileThatMayOnlyBeReadOpensForReading) {
     EXPECT_EQ(error_of([&] { pager.append(); }), 3027);
 }
 
-TEST(Pager, AReaderSeesThroughAJournalThatItMayNotRollBack) {
-    const files::Bytes before = plain_file();
-    for (int operation = 1;; ++operation) {
-        FaultyDisk disk({{path, before}});
-        std::map<std::string, files::Bytes> survivors;
-        {
-            FilePager pager(disk, path);
-            change(pager);
-            disk.plan({Fault::kill, operation, 0, 512});
-            ASSERT_THROW(pager.commit(), PowerCut);
-            survivors = disk.survivors();
-        }
-        if (survivors.at(path).size() == before.size())
-            continue; // not yet as far as the new pages
-        FaultyDisk next(survivors);
-        support::ReadOnlyDisk locked(next);
-        FilePager reader(locked, path);
-        EXPECT_EQ(reader.page_count(), pages_at_first);
-        EXPECT_FALSE(reader.was_cut_short());
+TEST(Pager, AReaderSeesTheFileBeforeACutCommitAndRollsNothingBack) {
+    const auto found = half_written();
+    FaultyDisk disk(found);
+    support::ReadOnlyDisk locked(disk);
+    const FilePager reader(disk, path, FilePager::Access::read);
+    const FilePager without_rights(locked, path);
+    for (const FilePager* pager : {&reader, &without_rights}) {
+        EXPECT_TRUE(pager->read_only());
+        EXPECT_EQ(pager->page_count(), pages_at_first);
+        EXPECT_FALSE(pager->was_cut_short());
         for (PageNumber page = 1; page < pages_at_first; ++page)
-            EXPECT_EQ((*reader.read(page))[50], page);
-        EXPECT_EQ(next.content(), survivors);
-        break;
+            EXPECT_EQ((*pager->read(page))[50], page);
     }
+    EXPECT_EQ(disk.content(), found);
+}
+
+TEST(Pager, AReaderBesideAWriterSeesWholeCommitsAndKeepsWhatItSaw) {
+    FaultyDisk disk({{path, plain_file()}});
+    FilePager writer(disk, path);
+    const FilePager early(disk, path, FilePager::Access::read);
+    fill(writer, 3, 0xc3);
+    const FilePager beside_pending(disk, path, FilePager::Access::read);
+    writer.commit();
+    const FilePager late(disk, path, FilePager::Access::read);
+    EXPECT_EQ((*early.read(3))[0], 3);
+    EXPECT_EQ((*beside_pending.read(3))[0], 3);
+    EXPECT_EQ((*late.read(3))[0], 0xc3);
+}
+
+TEST(Pager, ACommitIsRefusedWhileAReadLastsAndCanBeTriedAgain) {
+    FaultyDisk disk({{path, plain_file()}});
+    FilePager writer(disk, path);
+    change(writer);
+    {
+        const StoredContent reading(disk, path);
+        EXPECT_EQ(error_of([&] { writer.commit(); }), 3045);
+        EXPECT_EQ(reading.read(), plain_file());
+    }
+    EXPECT_TRUE(writer.dirty());
+    writer.commit();
+    EXPECT_EQ(disk.content().at(path), changed_file());
+}
+
+TEST(Pager, AJournalOfALiveWriterStaysWhenAReaderComes) {
+    // The disk failed a commit and its undoing: the writer lives on, its journal stands.
+    FaultyDisk disk({{path, plain_file()}});
+    FilePager writer(disk, path);
+    change(writer);
+    disk.plan({Fault::fail_for_good, 8, 0, 512});
+    ASSERT_EQ(error_of([&] { writer.commit(); }), 75);
+    ASSERT_TRUE(disk.exists(journal));
+    const auto found = disk.content();
+    disk.plan({});
+    ASSERT_NE(found.at(path), plain_file());
+    const FilePager reader(disk, path, FilePager::Access::read);
+    EXPECT_EQ((*reader.read(3))[0], 3);
+    EXPECT_EQ(error_of([&] { FilePager second(disk, path); }), 3045);
+    EXPECT_EQ(disk.content(), found);
 }
 
 } // namespace

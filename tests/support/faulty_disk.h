@@ -26,14 +26,24 @@ class FaultyDisk final : public files::FileSystem {
         none,
         power_cut,    ///< the operation is under way; see above
         kill,         ///< the operation is not begun; what was written before stays
-        fail_once,    ///< error 75; of a write the first half is done
-        fail_for_good ///< the same for all later ones that change the disk
+        fail_once,    ///< error 75, as `Failure` tells
+        fail_for_good ///< the same for all later ones of its kind
+    };
+    /// Which operations may fail, and how; the others go on.
+    enum class Failure {
+        short_write,  ///< all that change the disk or sync; of a write the first half is done
+        input_output, ///< the same; of a write nothing is done
+        disk_full,    ///< what makes a file, or makes one longer
+        sync,         ///< what makes durable: what was written since the last time is let go of
+        read,         ///< what reads
     };
     struct Plan {
         Fault fault = Fault::none;
-        int operation = 0; ///< counted from 1; each that changes the disk or syncs
+        int operation = 0; ///< counted from 1: of a failure, those that it can hit; else each that changes
+                           ///< the disk or syncs
         std::uint32_t seed = 0;
         std::size_t sector = 512;
+        Failure failure = Failure::short_write;
     };
 
     FaultyDisk() = default;
@@ -60,10 +70,12 @@ class FaultyDisk final : public files::FileSystem {
     }
 
     /// Every file as the next start finds it, after `PowerCut` was thrown.
-    std::map<std::string, files::Bytes> survivors() const {
+    std::map<std::string, files::Bytes> survivors() const { return survivors(plan_.seed, plan_.sector); }
+    /// One cut has many outcomes: a seed picks one.
+    std::map<std::string, files::Bytes> survivors(std::uint32_t seed, std::size_t sector) const {
         if (plan_.fault == Fault::kill)
             return content();
-        std::mt19937 random(plan_.seed);
+        std::mt19937 random(seed);
         const auto chance = [&] { return random() % 2 == 0; };
         auto names = durable_;
         for (const FolderChange& change : folder_queue_) {
@@ -87,7 +99,7 @@ class FaultyDisk final : public files::FileSystem {
                 for (std::size_t done = 0; done < write.bytes.size();) {
                     const std::uint64_t at = write.offset + done;
                     const std::size_t size =
-                        std::min<std::size_t>(plan_.sector - at % plan_.sector, write.bytes.size() - done);
+                        std::min<std::size_t>(sector - at % sector, write.bytes.size() - done);
                     const bool kept = fate == 0 || (fate == 1 && chance());
                     if (kept)
                         put(bytes, at, {write.bytes.data() + done, size});
@@ -104,10 +116,10 @@ class FaultyDisk final : public files::FileSystem {
         if (found != now_.end() && mode == files::OpenMode::create_new)
             fail(58);
         if (found == now_.end()) {
-            if (mode == files::OpenMode::read || mode == files::OpenMode::read_write)
+            if (mode != files::OpenMode::create && mode != files::OpenMode::create_new)
                 fail(53);
             auto node = std::make_shared<Node>();
-            step([&] { folder_queue_.push_back({path, node}); });
+            step(Kind::growth, [&] { folder_queue_.push_back({path, node}); });
             found = now_.emplace(path, node).first;
             folder_queue_.push_back({path, node});
         }
@@ -118,7 +130,7 @@ class FaultyDisk final : public files::FileSystem {
     void remove(const std::string& path) override {
         if (!exists(path))
             fail(53);
-        step([&] { folder_queue_.push_back({path, nullptr}); });
+        step(Kind::change, [&] { folder_queue_.push_back({path, nullptr}); });
         now_.erase(path);
         folder_queue_.push_back({path, nullptr});
     }
@@ -127,7 +139,7 @@ class FaultyDisk final : public files::FileSystem {
             fail(53);
         auto node = now_.at(from);
         // A cut keeps or loses the arrival; the old name may stay beside it, as a reader cannot tell.
-        step([&] { folder_queue_.push_back({to, node}); });
+        step(Kind::change, [&] { folder_queue_.push_back({to, node}); });
         now_.erase(from);
         now_[to] = node;
         folder_queue_.push_back({to, node});
@@ -141,7 +153,7 @@ class FaultyDisk final : public files::FileSystem {
         return names;
     }
     void sync_folder(const std::string&) override {
-        step([] {});
+        step(Kind::sync, [] {});
         durable_ = now_;
         folder_queue_.clear();
     }
@@ -156,7 +168,8 @@ class FaultyDisk final : public files::FileSystem {
     struct Node {
         files::Bytes now, durable;
         std::vector<Write> queue;
-        bool locked = false;
+        bool claimed = false, changing = false;
+        int readers = 0;
     };
     struct FolderChange {
         std::string path;
@@ -167,10 +180,14 @@ class FaultyDisk final : public files::FileSystem {
       public:
         FaultyFile(FaultyDisk& disk, std::string path, std::shared_ptr<Node> node)
             : disk_(disk), path_(std::move(path)), node_(std::move(node)) {}
-        ~FaultyFile() override { unlock(); }
+        ~FaultyFile() override {
+            unlock();
+            unlock_content();
+        }
         const std::string& path() const override { return path_; }
         std::uint64_t size() const override { return node_->now.size(); }
         std::size_t read(std::uint64_t offset, std::span<std::uint8_t> out) const override {
+            disk_.step(Kind::read, [] {});
             if (offset >= node_->now.size())
                 return 0;
             const std::size_t count = std::min<std::size_t>(out.size(), node_->now.size() - offset);
@@ -182,23 +199,28 @@ class FaultyDisk final : public files::FileSystem {
                 node_->queue.push_back(
                     {offset, {bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count)}});
             };
-            disk_.step([&] { queue(bytes.size()); },
-                       [&] {
-                           queue(bytes.size() / 2);
-                           put(node_->now, offset, bytes.first(bytes.size() / 2));
-                       });
+            const bool grows = offset + bytes.size() > node_->now.size();
+            disk_.step(
+                grows ? Kind::growth : Kind::change, [&] { queue(bytes.size()); },
+                [&](Failure failure) {
+                    if (failure == Failure::input_output)
+                        return;
+                    queue(bytes.size() / 2);
+                    put(node_->now, offset, bytes.first(bytes.size() / 2));
+                });
             queue(bytes.size());
             put(node_->now, offset, bytes);
         }
         void truncate(std::uint64_t size) override {
-            disk_.step([&] { node_->queue.push_back({size, {}, true}); });
+            disk_.step(Kind::change, [&] { node_->queue.push_back({size, {}, true}); });
             node_->queue.push_back({size, {}, true});
             node_->now.resize(size);
         }
         void sync() override {
             // A sync that failed never makes durable what was written before it: the system may have let go
             // of it. Only what is written again later counts.
-            disk_.step([] {}, [&] { node_->queue.clear(); });
+            disk_.step(
+                Kind::sync, [] {}, [&](Failure) { node_->queue.clear(); });
             node_->durable.resize(node_->now.size());
             for (const Write& write : node_->queue) {
                 if (write.is_truncate)
@@ -210,20 +232,35 @@ class FaultyDisk final : public files::FileSystem {
             node_->queue.clear();
         }
         bool lock() override {
-            if (node_->locked)
-                return mine_;
-            return node_->locked = mine_ = true;
+            if (node_->claimed)
+                return claims_;
+            return node_->claimed = claims_ = true;
         }
         void unlock() override {
-            if (mine_)
-                node_->locked = mine_ = false;
+            if (claims_)
+                node_->claimed = claims_ = false;
         }
+        bool lock_content(files::Sharing sharing) override {
+            const bool alone = sharing == files::Sharing::exclusive;
+            if (node_->changing || (alone && node_->readers > 0))
+                return false;
+            changes_ = node_->changing = alone;
+            reads_ = !alone;
+            node_->readers += reads_;
+            return true;
+        }
+        void unlock_content() noexcept override {
+            node_->readers -= reads_;
+            node_->changing = node_->changing && !changes_;
+            reads_ = changes_ = false;
+        }
+        bool locked_by_strangers() const override { return false; }
 
       private:
         FaultyDisk& disk_;
         std::string path_;
         std::shared_ptr<Node> node_;
-        bool mine_ = false;
+        bool claims_ = false, reads_ = false, changes_ = false;
     };
 
     static void put(files::Bytes& bytes, std::uint64_t at, std::span<const std::uint8_t> piece) {
@@ -235,10 +272,32 @@ class FaultyDisk final : public files::FileSystem {
         throw basic::RunTimeError::with_text(number, "the disk fails");
     }
 
+    enum class Kind { change, growth, sync, read };
+
+    /// Whether the plan counts operations of a kind.
+    bool counts(Kind kind) const {
+        if (plan_.fault != Fault::fail_once && plan_.fault != Fault::fail_for_good)
+            return kind != Kind::read;
+        switch (plan_.failure) {
+        case Failure::short_write:
+        case Failure::input_output:
+            return kind != Kind::read;
+        case Failure::disk_full:
+            return kind == Kind::growth;
+        case Failure::sync:
+            return kind == Kind::sync;
+        case Failure::read:
+            return kind == Kind::read;
+        }
+        return false;
+    }
+
     /// Counts an operation. `begun` records it as under way for a power cut, `half` does what a failing one
     /// does.
     template <typename Begun, typename Half>
-    void step(Begun&& begun, Half&& half) {
+    void step(Kind kind, Begun&& begun, Half&& half) {
+        if (!counts(kind))
+            return;
         ++operations_;
         if (plan_.fault == Fault::none)
             return;
@@ -258,7 +317,7 @@ class FaultyDisk final : public files::FileSystem {
         case Fault::fail_once:
         case Fault::fail_for_good:
             if (now || (later && plan_.fault == Fault::fail_for_good)) {
-                half();
+                half(plan_.failure);
                 fail(75);
             }
             break;
@@ -267,8 +326,8 @@ class FaultyDisk final : public files::FileSystem {
         }
     }
     template <typename Begun>
-    void step(Begun&& begun) {
-        step(begun, [] {});
+    void step(Kind kind, Begun&& begun) {
+        step(kind, begun, [](Failure) {});
     }
 
     std::map<std::string, std::shared_ptr<Node>> now_, durable_;

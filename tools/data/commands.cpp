@@ -54,7 +54,7 @@ std::vector<std::size_t> all_columns(const jet::TableSchema& schema) {
 }
 
 ExitCode tables(Surroundings& with, const Arguments& arguments) {
-    const auto file = jet::Database::open(with.disk, arguments[0]);
+    const auto file = jet::Database::open_to_read(with.disk, arguments[0]);
     with.out << "table\trows\tcolumns\tindexes\n";
     for (const std::string& name : file->table_names()) {
         const jet::Table& table = file->table(name);
@@ -65,7 +65,7 @@ ExitCode tables(Surroundings& with, const Arguments& arguments) {
 }
 
 ExitCode schema(Surroundings& with, const Arguments& arguments) {
-    const auto file = jet::Database::open(with.disk, arguments[0]);
+    const auto file = jet::Database::open_to_read(with.disk, arguments[0]);
     std::vector<jet::TableSchema> schemas;
     for (const std::string& name : file->table_names())
         schemas.push_back(file->table(name).schema());
@@ -74,7 +74,7 @@ ExitCode schema(Surroundings& with, const Arguments& arguments) {
 }
 
 ExitCode dump(Surroundings& with, const Arguments& arguments) {
-    const auto file = jet::Database::open(with.disk, arguments[0]);
+    const auto file = jet::Database::open_to_read(with.disk, arguments[0]);
     const jet::Table& table = file->table(arguments[1]);
     const auto columns = all_columns(table.schema());
     write_header(with.out, table.schema(), columns);
@@ -84,7 +84,7 @@ ExitCode dump(Surroundings& with, const Arguments& arguments) {
 }
 
 ExitCode query(Surroundings& with, const Arguments& arguments) {
-    const auto file = jet::Database::open(with.disk, arguments[0]);
+    const auto file = jet::Database::open_to_read(with.disk, arguments[0]);
     const sql::Select select = sql::parse(arguments[1], with.year);
     jet::Table& table = file->table(select.table);
     const std::vector<jet::RowId> rows = sql::run(select, table);
@@ -108,7 +108,7 @@ ExitCode query(Surroundings& with, const Arguments& arguments) {
 /// What is wrong with one file, a line each; a file that cannot be opened is a finding like others.
 std::vector<std::string> findings(files::FileSystem& disk, const std::string& path) {
     try {
-        return jet::check(*jet::Database::open(disk, path));
+        return jet::check(*jet::Database::open_to_read(disk, path));
     } catch (const RunTimeError& error) {
         return {error.text()};
     }
