@@ -1,12 +1,13 @@
 #include "desktop/qt_printer.h"
 
 #include <QFontMetricsF>
-#include <QTextLayout>
+#include <algorithm>
 #include <cmath>
 
 #include "basic/run_time_error.h"
 #include "desktop/text.h"
 #include "desktop/twip_device.h"
+#include "rtf/edit.h"
 
 namespace tolva::desktop {
 
@@ -16,6 +17,8 @@ constexpr int printer_error = 482;
 constexpr double twips_a_point = 20;
 /// Half a point.
 constexpr double rule_width = 10;
+/// A rectangle that margins have left nothing of is set as this wide and high all the same.
+constexpr double least_measure = 360;
 
 QPageLayout::Orientation orientation_of(int orientation) {
     return orientation == platform::Printer::landscape ? QPageLayout::Landscape : QPageLayout::Portrait;
@@ -137,6 +140,7 @@ void QtPrinter::begin_page() {
 void QtPrinter::end_job() {
     if (!painter_.isActive())
         return;
+    setting_.reset();
     const bool ended = painter_.end() && device()->printerState() != QPrinter::Error;
     device_for_once_.reset();
     if (!ended)
@@ -145,31 +149,32 @@ void QtPrinter::end_job() {
 
 // --- What is printed ---
 
+PagedText& QtPrinter::pages_of(const rtf::Document& document, double width, double height) {
+    if (!setting_ || setting_->width != width || setting_->height != height || setting_->document != document)
+        setting_ = Setting{document, width, height, std::make_unique<PagedText>(document, width, height)};
+    return *setting_->pages;
+}
+
 std::size_t QtPrinter::set_rich_text(const rtf::RichText& text, const platform::PaperRectangle& where,
                                      std::size_t start) {
-    QPainter& painter = page();
-    // Characters, not code units.
-    const QList<uint> all = to_qt(text.text()).toUcs4();
-    double y = where.top;
-    for (std::size_t at = start; at < text.length();) {
-        std::size_t end = at;
-        while (end < text.length() && all[static_cast<qsizetype>(end)] != '\r')
-            ++end;
-        const QString line = QString::fromUcs4(reinterpret_cast<const char32_t*>(all.constData()) + at,
-                                               static_cast<qsizetype>(end - at));
-        QTextLayout layout(line, font());
-        layout.beginLayout();
-        for (QTextLine row = layout.createLine(); row.isValid(); row = layout.createLine()) {
-            row.setLineWidth(where.right - where.left);
-            if (y + row.height() > where.bottom)
-                return at + static_cast<std::size_t>(line.left(row.textStart()).toUcs4().size());
-            row.draw(&painter, QPointF(where.left, y));
-            y += row.height();
-        }
-        layout.endLayout();
-        at = end + 2;
+    const std::size_t length = text.length();
+    const double width = std::max(where.right - where.left, least_measure);
+    const double height = std::max(where.bottom - where.top, least_measure);
+    PagedText* pages = &pages_of(text.document(), width, height);
+    int at = pages->page_from(start);
+    std::size_t passed = 0;
+    if (at < 0) {
+        // Not where a page of the whole text begins: what is left is a text of its own.
+        pages = &pages_of(rtf::slice(text.document(), start, length), width, height);
+        at = 0;
+        passed = start;
     }
-    return text.length();
+    QPainter& painter = page();
+    painter.save();
+    painter.translate(where.left, where.top);
+    pages->draw(painter, at);
+    painter.restore();
+    return at + 1 < pages->page_count() ? std::min(passed + pages->start_of(at + 1), length) : length;
 }
 
 QFont QtPrinter::font() const {

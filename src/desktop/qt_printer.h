@@ -4,7 +4,9 @@
 #include <QPainter>
 #include <QPrinter>
 #include <memory>
+#include <optional>
 
+#include "desktop/paged_text.h"
 #include "desktop/print_target.h"
 #include "platform/printer.h"
 
@@ -51,11 +53,19 @@ class QtPrinter final : public platform::Printer {
     QPainter& page();
     void open_job();
     void turn_page_origin();
+    PagedText& pages_of(const rtf::Document& document, double width, double height);
 
     PrintTarget target_;
     /// Made when it is first asked for.
     mutable std::unique_ptr<QPrinter> device_, device_for_once_;
     QPainter painter_;
+    /// The text on the pages under way, which is laid out once for all of them.
+    struct Setting {
+        rtf::Document document;
+        double width, height;
+        std::unique_ptr<PagedText> pages;
+    };
+    std::optional<Setting> setting_;
     int orientation_ = portrait;
 };
 

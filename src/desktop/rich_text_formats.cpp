@@ -1,0 +1,136 @@
+#include "desktop/rich_text_formats.h"
+
+#include <QImage>
+#include <QStringList>
+
+#include "desktop/rich_text_document.h"
+#include "desktop/text.h"
+
+namespace tolva::desktop {
+
+namespace {
+
+/// What stands in for a font that the machine lacks.
+const char* stand_in(rtf::Font::Family family) {
+    switch (family) {
+    case rtf::Font::Family::swiss:
+        return "Arial";
+    case rtf::Font::Family::modern:
+        return "Courier New";
+    default:
+        return "Times New Roman";
+    }
+}
+
+QTextCharFormat::UnderlineStyle underline_of(rtf::Underline underline) {
+    switch (underline) {
+    case rtf::Underline::none:
+        return QTextCharFormat::NoUnderline;
+    case rtf::Underline::dotted:
+    case rtf::Underline::thick_dotted:
+        return QTextCharFormat::DotLine;
+    case rtf::Underline::dashed:
+    case rtf::Underline::long_dash:
+    case rtf::Underline::thick_dashed:
+    case rtf::Underline::thick_long_dash:
+        return QTextCharFormat::DashUnderline;
+    case rtf::Underline::dash_dot:
+    case rtf::Underline::thick_dash_dot:
+        return QTextCharFormat::DashDotLine;
+    case rtf::Underline::dash_dot_dot:
+    case rtf::Underline::thick_dash_dot_dot:
+        return QTextCharFormat::DashDotDotLine;
+    case rtf::Underline::wave:
+    case rtf::Underline::heavy_wave:
+    case rtf::Underline::double_wave:
+        return QTextCharFormat::WaveUnderline;
+    default:
+        return QTextCharFormat::SingleUnderline;
+    }
+}
+
+QImage image_of(const rtf::Picture& picture) {
+    if (picture.kind != rtf::PictureKind::png && picture.kind != rtf::PictureKind::jpeg)
+        return {};
+    QImage image =
+        QImage::fromData(QByteArrayView(picture.bytes.data(), static_cast<qsizetype>(picture.bytes.size())));
+    const bool cropped = picture.crop_left || picture.crop_right || picture.crop_top || picture.crop_bottom;
+    if (image.isNull() || !cropped || picture.goal_width <= 0 || picture.goal_height <= 0)
+        return image;
+    const double across = static_cast<double>(image.width()) / picture.goal_width;
+    const double down = static_cast<double>(image.height()) / picture.goal_height;
+    const QRectF rest =
+        QRectF(0, 0, picture.goal_width, picture.goal_height)
+            .adjusted(picture.crop_left, picture.crop_top, -picture.crop_right, -picture.crop_bottom);
+    return image.copy(QRectF(rest.x() * across, rest.y() * down, rest.width() * across, rest.height() * down)
+                          .toRect()
+                          .intersected(image.rect()));
+}
+
+} // namespace
+
+QColor colour_of(const rtf::Document& source, int index) {
+    if (index < 0 || static_cast<std::size_t>(index) >= source.colours.size())
+        return {};
+    const rtf::Colour& colour = source.colours[static_cast<std::size_t>(index)];
+    return colour.automatic ? QColor() : QColor(colour.red, colour.green, colour.blue);
+}
+
+void RichTextFormats::set_font(QTextCharFormat& into, const rtf::CharacterFormat& format) const {
+    const std::size_t index = static_cast<std::size_t>(format.font);
+    const rtf::Font& font = source_.fonts[index < source_.fonts.size() ? index : 0];
+    QStringList families(to_qt(font.name));
+    if (!font.alternative.empty())
+        families += to_qt(font.alternative);
+    families += QString::fromUtf8(stand_in(font.family));
+    into.setFontFamilies(families);
+    into.setFontPointSize(std::max(format.half_points / 2.0, 0.5));
+    into.setFontHintingPreference(QFont::PreferNoHinting);
+    into.setFontKerning(false);
+    if (format.bold)
+        into.setFontWeight(QFont::Bold);
+    if (format.italic)
+        into.setFontItalic(true);
+    if (format.strike || format.double_strike)
+        into.setFontStrikeOut(true);
+    if (format.caps || format.small_caps)
+        into.setFontCapitalization(format.caps ? QFont::AllUppercase : QFont::SmallCaps);
+    if (format.letter_spacing != 0) {
+        into.setFontLetterSpacingType(QFont::AbsoluteSpacing);
+        into.setFontLetterSpacing(format.letter_spacing * unit_);
+    }
+}
+
+QTextCharFormat RichTextFormats::characters(const rtf::CharacterFormat& format) const {
+    QTextCharFormat into;
+    set_font(into, format);
+    if (format.underline != rtf::Underline::none)
+        into.setUnderlineStyle(underline_of(format.underline));
+    if (format.script != rtf::Script::baseline)
+        into.setVerticalAlignment(format.script == rtf::Script::superscript
+                                      ? QTextCharFormat::AlignSuperScript
+                                      : QTextCharFormat::AlignSubScript);
+    if (format.raise != 0 && format.half_points > 0) {
+        // The toolkit wants hundredths of the font's height, which is a little more than its size.
+        constexpr double height_by_size = 1.15;
+        into.setBaselineOffset(100.0 * format.raise / (format.half_points * height_by_size));
+    }
+    if (const QColor ink = colour_of(source_, format.colour); ink.isValid())
+        into.setForeground(ink);
+    const int ground = format.highlight != 0 ? format.highlight : format.background;
+    if (const QColor colour = colour_of(source_, ground); ground != 0 && colour.isValid())
+        into.setBackground(colour);
+    return into;
+}
+
+QTextCharFormat RichTextFormats::picture(const rtf::Picture& picture,
+                                         const rtf::CharacterFormat& format) const {
+    QTextCharFormat into = characters(format);
+    into.setObjectType(QTextFormat::ImageObject);
+    into.setProperty(picture_width, picture.shown_width());
+    into.setProperty(picture_height, picture.shown_height());
+    into.setProperty(picture_image, QVariant::fromValue(image_of(picture)));
+    return into;
+}
+
+} // namespace tolva::desktop

@@ -1,0 +1,110 @@
+#pragma once
+
+#include <QAbstractTextDocumentLayout>
+#include <QTextOption>
+#include <vector>
+
+#include "desktop/rich_text_document.h"
+#include "desktop/table_row.h"
+
+namespace tolva::desktop {
+
+/// Lays out what `show_document` made, in one column: on pages, where a page's height is given, or endless. A
+/// line stands whole on one page. The device of the document's layout decides the fonts' metrics.
+class RichTextLayout final : public QAbstractTextDocumentLayout {
+  public:
+    /// `unit` is the size of a twip.
+    RichTextLayout(QTextDocument* document, double unit);
+
+    /// What the source says beside its paragraphs. Ahead of showing it.
+    void set_source(const rtf::Document& source);
+    /// Page height 0 is endless.
+    void set_page(double width, double height);
+
+    /// Where the page's first line begins in the document; pages in order.
+    int page_start(int page) const { return page_starts_.at(static_cast<std::size_t>(page)); }
+    /// Paints what stands on the page, its corner at the painter's origin.
+    void draw_page(QPainter& painter, int page);
+
+    // --- QAbstractTextDocumentLayout ---
+
+    void draw(QPainter* painter, const PaintContext& context) override;
+    int hitTest(const QPointF& point, Qt::HitTestAccuracy accuracy) const override;
+    int pageCount() const override { return static_cast<int>(page_starts_.size()); }
+    QSizeF documentSize() const override { return size_; }
+    QRectF frameBoundingRect(QTextFrame* frame) const override;
+    QRectF blockBoundingRect(const QTextBlock& block) const override;
+
+  protected:
+    void documentChanged(int from, int removed, int added) override;
+    void resizeInlineObject(QTextInlineObject item, int position, const QTextFormat& format) override;
+    void drawInlineObject(QPainter* painter, const QRectF& place, QTextInlineObject object, int position,
+                          const QTextFormat& format) override;
+
+  private:
+    /// Where the next line goes. The page stays until a line finds no room on it.
+    struct Flow {
+        double y = 0;
+        int page = 0;
+    };
+    /// A column that text is set in.
+    struct Column {
+        double left, width;
+    };
+    struct Rule {
+        QLineF line;
+        rtf::Border border;
+    };
+    struct Ground {
+        QRectF place;
+        QColor colour;
+    };
+
+    void lay_out();
+    void break_lines(const QTextBlock& block, const Column& column) const;
+    QTextOption option_of(const BlockData& data) const;
+    BlockData::Line line_of(const QTextLine& line, const rtf::ParagraphFormat& format) const;
+    Flow place_paragraph(const QTextBlock& block, const Column& column, Flow flow) const;
+    void place_line(const QTextBlock& block, std::size_t index, Flow& flow) const;
+    /// How many of the lines from `line` on go on the page that the flow is on.
+    std::size_t lines_that_fit(const BlockData& data, std::size_t line, const Flow& flow) const;
+    bool fits(const Flow& flow, double height) const;
+    void next_page(Flow& flow) const;
+    bool at_page_top(const Flow& flow) const;
+    void finish_pages();
+
+    Flow place_row(const TableRow& row, Flow flow);
+    Flow place_cells(const TableRow& row, Flow flow) const;
+    Flow place_cell(const TableRow& row, std::size_t cell, Flow flow) const;
+    void align_cells(const TableRow& row, const Flow& top, const Flow& bottom) const;
+    void rule_row(const TableRow& row, const Flow& top, const Flow& bottom);
+    Column cell_edges(const TableRow& row, std::size_t cell) const;
+    void rule_paragraph(const QTextBlock& block);
+    /// What a paragraph's borders take of the height.
+    double room_above(const QTextBlock& block) const;
+    double room_below(const QTextBlock& block) const;
+    struct Sides {
+        rtf::Border top, bottom, left, right;
+    };
+    /// A box around a place, in as many parts as there are pages.
+    void add_box(const QRectF& place, const Sides& sides, const QColor& ground);
+    QColor ground_of(int background, int shading) const;
+    double px(double twips) const { return twips * unit_; }
+
+    // Painting is told in rich_text_painting.cpp, rows in rich_text_rows.cpp.
+    void draw_grounds(QPainter& painter, const QRectF& part) const;
+    void draw_rules(QPainter& painter, const QRectF& part) const;
+
+    double unit_;
+    double width_ = 0;
+    double page_height_ = 0;
+    int default_tab_ = 720;
+    bool widow_control_ = false;
+    std::vector<QColor> colours_;
+    QSizeF size_;
+    std::vector<int> page_starts_;
+    std::vector<Rule> rules_;
+    std::vector<Ground> grounds_;
+};
+
+} // namespace tolva::desktop
