@@ -71,12 +71,17 @@ int Database::current_year() const {
     return engine_.current_year_();
 }
 
+std::optional<basic::Date> Database::moment() const {
+    return engine_.moment_ ? std::optional(engine_.moment_()) : std::nullopt;
+}
+
 std::unique_ptr<Database> Workspace::OpenDatabase(const std::string& path) {
     return std::make_unique<Database>(engine_, jet::Database::open(engine_.disk_, path));
 }
 
-DBEngine::DBEngine(files::FileSystem& disk, std::function<int()> current_year)
-    : disk_(disk), current_year_(std::move(current_year)) {}
+DBEngine::DBEngine(files::FileSystem& disk, std::function<int()> current_year,
+                   std::function<basic::Date()> moment)
+    : disk_(disk), current_year_(std::move(current_year)), moment_(std::move(moment)) {}
 
 Workspace& DBEngine::Workspaces(int item) {
     if (item != 0)

@@ -2,10 +2,12 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "basic/date.h"
 #include "dao/recordset.h"
 #include "files/file_system.h"
 #include "jet/database.h"
@@ -43,6 +45,7 @@ class Database {
     /// Grows with each change, so that a set knows when what it holds of a row is out of date.
     std::size_t changes() const { return changes_; }
     int current_year() const;
+    std::optional<basic::Date> moment() const;
 
     DBEngine& engine_;
     std::unique_ptr<jet::Database> file_;
@@ -66,8 +69,10 @@ class Workspace {
 /// durable. So the order of change is the order on disk.
 class DBEngine {
   public:
-    /// `current_year` completes dates that texts give without a year; it is asked anew each time.
-    DBEngine(files::FileSystem& disk, std::function<int()> current_year);
+    /// `current_year` completes dates that texts give without a year, and `moment` is what new rows get from
+    /// the defaults Date() and Now(); without it they start as null. Both are asked anew each time.
+    DBEngine(files::FileSystem& disk, std::function<int()> current_year,
+             std::function<basic::Date()> moment = {});
     DBEngine(const DBEngine&) = delete;
     DBEngine& operator=(const DBEngine&) = delete;
 
@@ -82,6 +87,7 @@ class DBEngine {
 
     files::FileSystem& disk_;
     std::function<int()> current_year_;
+    std::function<basic::Date()> moment_;
     Workspace default_workspace_{*this};
     Database* pending_ = nullptr;
 };

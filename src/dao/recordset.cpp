@@ -6,6 +6,7 @@
 #include "basic/run_time_error.h"
 #include "dao/conversion.h"
 #include "dao/database.h"
+#include "dao/default_value.h"
 
 namespace tolva::dao {
 
@@ -17,15 +18,6 @@ constexpr int no_edit_begun = 3020;
 constexpr int no_current_record = 3021;
 constexpr int read_only = 3027;
 constexpr int unknown_name = 3265;
-
-/// A new row as it starts: a yes/no is never null.
-jet::Row blank_row(const jet::TableSchema& schema) {
-    jet::Row row;
-    row.reserve(schema.columns.size());
-    for (const jet::ColumnSchema& column : schema.columns)
-        row.push_back(column.type == jet::ColumnType::boolean ? jet::Value(false) : jet::Value());
-    return row;
-}
 
 } // namespace
 
@@ -75,7 +67,31 @@ void Recordset::write(const std::string& name, const jet::Value& value) {
 
 void Recordset::AddNew() {
     require_writable();
-    begin(Pending::add, blank_row(schema()));
+    jet::Row row = new_row();
+    if (std::any_of(schema().columns.begin(), schema().columns.end(),
+                    [](const jet::ColumnSchema& column) { return column.auto_number; })) {
+        database_.about_to_change();
+        table_.draw_auto_numbers(row);
+    }
+    begin(Pending::add, std::move(row));
+}
+
+/// A new row as it starts: with its defaults, and a yes/no is never null.
+jet::Row Recordset::new_row() const {
+    jet::Row row;
+    row.reserve(schema().columns.size());
+    for (const jet::ColumnSchema& column : schema().columns) {
+        row.push_back(column.type == jet::ColumnType::boolean ? jet::Value(false) : jet::Value());
+        const auto value = default_value(column.default_value, database_.moment());
+        if (!value || column.auto_number)
+            continue;
+        try {
+            row.back() = convert(*value, column, database_.current_year());
+        } catch (const RunTimeError&) {
+            // A default that its column cannot hold is as good as none.
+        }
+    }
+    return row;
 }
 
 void Recordset::Edit() {

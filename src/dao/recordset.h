@@ -15,7 +15,9 @@ class Database;
 
 /// The rows that a table or a query gave when it was opened, and a position among them. Which rows belong to
 /// the set is fixed then; what they hold is read anew each time. Order of effects:
-/// - `AddNew` and `Edit` touch nothing until `Update`; any move drops what they had begun, and so does the
+/// - `AddNew` draws the row's AutoNumbers, which are gone then whatever becomes of it. Else `AddNew` and
+/// `Edit`
+///   touch nothing until `Update`; any move drops what they had begun, and so does the
 ///   other of the two. `Update` of an edit stores the columns that were written and leaves the others as they
 ///   then are. An `Update` that fails leaves the edit open.
 /// - After `AddNew`, writes and `Update` the new row stands at the end of the set, whatever its order, and
@@ -52,7 +54,8 @@ class Recordset {
     /// `convert`; 3265 for an unknown name, 3163 for what is too wide for its column.
     void write(const std::string& name, const jet::Value& value);
 
-    /// A new row starts with null in each column and no in each yes/no. 3027 when the file cannot be written.
+    /// A new row starts with its AutoNumbers and its columns' defaults (see dao/default_value.h), without one
+    /// with null, and no in a yes/no. 3027 when the file cannot be written.
     void AddNew();
     /// 3021 without a current row, 3167 when it was deleted through another set, 3027 as above.
     void Edit();
@@ -80,6 +83,7 @@ class Recordset {
     std::size_t column(const std::string& name) const;
     std::ptrdiff_t size() const { return static_cast<std::ptrdiff_t>(rows_.size()); }
 
+    jet::Row new_row() const;
     void begin(Pending pending, jet::Row buffer);
     void drop_pending();
     void require_writable() const;

@@ -14,9 +14,11 @@ constexpr char jet3_magic[] = "KKD";
 constexpr std::size_t magic_size = 4; // with its closing zero
 constexpr std::uint16_t names_chunk = 0x80;
 constexpr std::uint16_t column_chunk = 1;
-constexpr std::uint8_t boolean_type = 1;
-constexpr char required_name[] = "Required";
-constexpr char zero_length_name[] = "AllowZeroLength";
+constexpr std::uint8_t boolean_type = 1, text_type = 10, memo_type = 12;
+
+/// In the order in which a new table's blob names them.
+constexpr const char* property_names[] = {"AllowZeroLength", "Required", "DefaultValue"};
+enum Property : std::size_t { zero_length_property, required_property, default_property };
 
 const char* magic_of(const Format& format) {
     return format.version == Format::Version::jet4 ? jet4_magic : jet3_magic;
@@ -96,12 +98,17 @@ std::map<std::string, ColumnRules> read_column_properties(std::span<const std::u
             const std::uint8_t type = entry.has(1) ? entry.take(1)[0] : std::uint8_t{0};
             const std::size_t name = entry.take16();
             const auto value = entry.take(entry.take16());
-            if (type != boolean_type || value.empty() || name >= names.size())
+            if (value.empty() || name >= names.size())
                 continue;
-            if (basic::equal_names(names[name], required_name))
+            const auto is = [&](Property property) {
+                return basic::equal_names(names[name], property_names[property]);
+            };
+            if (type == boolean_type && is(required_property))
                 column.required = value[0] != 0;
-            if (basic::equal_names(names[name], zero_length_name))
+            if (type == boolean_type && is(zero_length_property))
                 column.zero_length = value[0] != 0;
+            if ((type == text_type || type == memo_type) && is(default_property))
+                column.default_value = text(value);
         }
     }
     return rules;
@@ -109,30 +116,40 @@ std::map<std::string, ColumnRules> read_column_properties(std::span<const std::u
 
 std::vector<std::uint8_t> write_column_properties(const TableSchema& table, const Format& format) {
     std::vector<std::uint8_t> names;
-    append_name(names, zero_length_name, format);
-    append_name(names, required_name, format);
+    for (const char* name : property_names)
+        append_name(names, name, format);
     std::vector<std::uint8_t> blob(magic_of(format), magic_of(format) + magic_size);
     append_chunk(blob, names_chunk, names);
     for (const ColumnSchema& column : table.columns) {
         const bool has_length = column.type == ColumnType::text || column.type == ColumnType::memo;
-        if (!has_length && !column.required)
+        if (!has_length && !column.required && column.default_value.empty())
             continue;
         std::vector<std::uint8_t> name;
         append_name(name, column.name, format);
-        std::vector<std::uint8_t> content(4);
-        put32(content.data(), static_cast<std::uint32_t>(name.size() + 4));
+        std::vector<std::uint8_t> content;
+        append16(content, name.size() + 4);
+        append16(content, 0); // the upper half of that size
         content.insert(content.end(), name.begin(), name.end());
-        const auto property = [&](std::size_t place, bool value) {
-            append16(content, 9);
+        const auto property = [&](Property which, std::uint8_t type, std::span<const std::uint8_t> value) {
+            append16(content, value.size() + 8);
             content.push_back(1);
-            content.push_back(boolean_type);
-            append16(content, place);
-            append16(content, 1);
-            content.push_back(value ? 0xff : 0);
+            content.push_back(type);
+            append16(content, which);
+            append16(content, value.size());
+            content.insert(content.end(), value.begin(), value.end());
+        };
+        const auto yes_no = [&](Property which, bool value) {
+            const std::uint8_t byte = value ? 0xff : 0;
+            property(which, boolean_type, {&byte, 1});
         };
         if (has_length)
-            property(0, column.zero_length);
-        property(1, column.required);
+            yes_no(zero_length_property, column.zero_length);
+        yes_no(required_property, column.required);
+        if (!column.default_value.empty()) {
+            std::vector<std::uint8_t> expression;
+            encode_text(expression, to_utf16(column.default_value), false, format);
+            property(default_property, memo_type, expression);
+        }
         append_chunk(blob, column_chunk, content);
     }
     return blob;

@@ -130,6 +130,7 @@ StoredTable& OpenDatabase::stored_table(const std::string& name) {
                 continue;
             column.required = rule->second.required;
             column.zero_length = rule->second.zero_length;
+            column.default_value = rule->second.default_value;
         }
         auto table = std::make_unique<StoredTable>(pager_, space_, entry->name, std::move(definition));
         place = tables_.emplace(entry->page, std::move(table)).first;

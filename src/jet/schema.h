@@ -38,6 +38,8 @@ struct ColumnSchema {
     bool fixed_length = false;
     /// For numeric.
     int precision = 0, scale = 0;
+    /// The expression that gives a new row its value; empty for none. What it comes to is the logic's affair.
+    std::string default_value = {};
 };
 
 struct IndexSchema {

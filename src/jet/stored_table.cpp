@@ -29,6 +29,7 @@ TableSchema schema_of(const std::string& name, const TableDefinition& definition
             out.size = column.length;
         out.required = column.required;
         out.zero_length = column.zero_length;
+        out.default_value = column.default_value;
         out.auto_number = column.is_auto_number();
         out.fixed_length = column.is_fixed() && column.type == ColumnType::text;
         if (column.type == ColumnType::numeric) {
@@ -142,6 +143,12 @@ RowId StoredTable::insert(const Row& row) {
     if (inserted.in_old_slot)
         ++lives_[{inserted.place.page, inserted.place.slot}];
     return id_at(inserted.place.page, inserted.place.slot);
+}
+
+void StoredTable::draw_auto_numbers(Row& row) {
+    assert(row.size() == schema_.columns.size());
+    check_writable();
+    writer_.draw_auto_numbers(row);
 }
 
 void StoredTable::update(RowId id, const Row& row) {

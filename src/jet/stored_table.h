@@ -23,6 +23,7 @@ class StoredTable final : public Table {
     std::uint32_t row_count() const override;
 
     RowId insert(const Row& row) override;
+    void draw_auto_numbers(Row& row) override;
     void update(RowId id, const Row& row) override;
     void erase(RowId id) override;
 

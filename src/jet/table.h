@@ -56,8 +56,12 @@ class Table {
     /// What the table definition counts; the structure check compares it with the rows.
     virtual std::uint32_t row_count() const = 0;
 
-    /// `row` holds one value for each column, of the kind that its column stores (see Value).
+    /// `row` holds one value for each column, of the kind that its column stores (see Value). An AutoNumber
+    /// that is null gets the next number.
     virtual RowId insert(const Row& row) = 0;
+    /// Gives each AutoNumber of a row to come its number now. That number is gone, whatever becomes of the
+    /// row.
+    virtual void draw_auto_numbers(Row& row) = 0;
     /// The row keeps its RowId, whatever its new size.
     virtual void update(RowId id, const Row& row) = 0;
     virtual void erase(RowId id) = 0;

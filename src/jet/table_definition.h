@@ -33,6 +33,7 @@ struct Column {
     /// What the catalog's properties say of it.
     bool required = false;
     bool zero_length = true;
+    std::string default_value;
 
     bool is_fixed() const { return flags & fixed_flag; }
     bool is_auto_number() const { return flags & auto_number_flag; }

@@ -26,6 +26,8 @@ class TableWriter {
         bool in_old_slot = false;
     };
     Inserted insert(const Row& row);
+    /// See Table.
+    void draw_auto_numbers(Row& row);
     void update(RecordPlace place, const Row& row);
     void erase(RecordPlace place);
 
@@ -46,7 +48,6 @@ class TableWriter {
 
     void check_values(const Row& row) const;
     std::vector<StoredField> encode(const Row& row) const;
-    void draw_auto_numbers(Row& row);
     std::vector<std::size_t> inside_limits(std::vector<StoredField>& fields) const;
     void statement(const std::function<void()>& change);
     void add_to_row_count(int difference);

@@ -524,6 +524,20 @@ TEST_P(MovedRow, AMovedRowThatNobodyNamesIsAFinding) {
     EXPECT_NE(findings(file.database()).find("moved row"), std::string::npos);
 }
 
+TEST_P(EachTable, TellsTheDefaultsThatAnotherProgramGaveItsColumns) {
+    const std::string sample =
+        GetParam() == Format::Version::jet3 ? "mdb/delColTestV1997.mdb" : "mdb/delColTestV2000.mdb";
+    TOLVA_NEEDS_SAMPLE(sample);
+    const support::TemporaryFolder folder;
+    const auto disk = files::make_disk();
+    const auto database = Database::open(*disk, support::copy_sample(sample, folder));
+    int defaults = 0;
+    for (const std::string& name : database->table_names())
+        for (const ColumnSchema& each : database->table(name).schema().columns)
+            defaults += each.default_value == "0";
+    EXPECT_GT(defaults, 0);
+}
+
 TEST(Jet4Table, TheCatalogsPropertiesStayByteForByte) {
     TOLVA_NEEDS_SAMPLE("desk/data/sold.mdb");
     const support::TemporaryFolder folder;

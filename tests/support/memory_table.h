@@ -41,6 +41,8 @@ class MemoryTable : public jet::Table {
         return id;
     }
 
+    void draw_auto_numbers(jet::Row&) override {}
+
     void update(jet::RowId id, const jet::Row& row) override {
         stored(id);
         check(row, &id);
