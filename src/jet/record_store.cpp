@@ -58,9 +58,10 @@ RecordStore::insert_into(PageNumber page, std::span<const std::uint8_t> record, 
 }
 
 RecordStore::Placed RecordStore::insert(std::span<const std::uint8_t> record, std::uint16_t flags) {
-    std::vector<PageNumber> candidates;
-    if (maps_.free.page != 0)
-        candidates = UsageMap(pager_, maps_.free, named_by_, UsageMap::Kind::free).pages();
+    // Where nothing tells which pages have room, the last ones may.
+    std::vector<PageNumber> candidates =
+        maps_.free.page != 0 ? UsageMap(pager_, maps_.free, named_by_, UsageMap::Kind::free).pages()
+                             : UsageMap(pager_, maps_.owned, named_by_, UsageMap::Kind::owned).pages();
     std::size_t looked_at = 0;
     while (!candidates.empty() && looked_at++ < most_candidates) {
         const PageNumber page = candidates.back();

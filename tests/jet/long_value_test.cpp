@@ -163,6 +163,18 @@ TEST_P(LongValue, SmallValuesShareAPage) {
     EXPECT_EQ(findings(file.database()), "");
 }
 
+TEST_P(LongValue, SmallValuesShareAPageEvenWhereNoMapTellsOfItsRoom) {
+    Column without_map = object();
+    without_map.free_map = {};
+    const PageNumber definition = open().stored_table("Memos").definition().page;
+    LongValueStore store(open().pager(), open().space(), without_map, definition);
+    for (std::size_t i = 0; i < 14; ++i) {
+        const auto field = store.write(bytes(100 + i), format().long_value.longest_inline);
+        EXPECT_EQ(read_long_value(open().pager(), definition, field), bytes(100 + i));
+    }
+    EXPECT_EQ(pages_of_object(), 1u);
+}
+
 TEST_P(LongValue, FreedPagesAreUsedAgain) {
     const RowId id = insert({}, bytes(50000));
     file.database().commit();
