@@ -16,6 +16,8 @@ namespace {
 constexpr double twips_an_inch = 1440;
 /// Narrower columns are set as this wide, in twips.
 constexpr double least_width = 360;
+/// Default tab stops closer than this many twips are set as far apart.
+constexpr int least_tab = 60;
 /// What measures lose in the toolkit's fixed-point numbers, in twips.
 constexpr double grace = 1;
 
@@ -67,42 +69,55 @@ void RichTextLayout::documentChanged(int, int, int) {
 
 // --- Lines ---
 
+namespace {
+
+QTextOption::Tab tab_of(const rtf::TabStop& stop) {
+    switch (stop.kind) {
+    case rtf::TabKind::right:
+        return {0, QTextOption::RightTab};
+    case rtf::TabKind::centre:
+        return {0, QTextOption::CenterTab};
+    case rtf::TabKind::decimal:
+        return {0, QTextOption::DelimiterTab, QLatin1Char('.')};
+    default:
+        return {0, QTextOption::LeftTab};
+    }
+}
+
+} // namespace
+
 QTextOption RichTextLayout::option_of(const BlockData& data) const {
-    const rtf::ParagraphFormat& format = *data.format;
-    const double tab_unit = screen_unit();
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    option.setTextDirection(format.right_to_left ? Qt::RightToLeft : Qt::LeftToRight);
-    option.setAlignment(alignment_of(format.alignment));
-    option.setTabStopDistance(std::max(default_tab_, 1) * tab_unit);
+    option.setTextDirection(data.format->right_to_left ? Qt::RightToLeft : Qt::LeftToRight);
+    option.setAlignment(alignment_of(data.format->alignment));
+    return option;
+}
+
+/// The stops of a line that begins `left` twips from the margin: the toolkit counts them from where it begins.
+QList<QTextOption::Tab> RichTextLayout::tabs_of(const rtf::ParagraphFormat& format, int left) const {
+    const double tab_unit = screen_unit();
     QList<QTextOption::Tab> tabs;
+    int last = 0;
     for (const rtf::TabStop& stop : format.tabs) {
-        QTextOption::Tab tab(stop.position * tab_unit, QTextOption::LeftTab);
-        switch (stop.kind) {
-        case rtf::TabKind::right:
-            tab.type = QTextOption::RightTab;
-            break;
-        case rtf::TabKind::centre:
-            tab.type = QTextOption::CenterTab;
-            break;
-        case rtf::TabKind::decimal:
-            tab.type = QTextOption::DelimiterTab;
-            tab.delimiter = QLatin1Char('.');
-            break;
-        case rtf::TabKind::bar:
+        if (stop.kind == rtf::TabKind::bar)
             continue;
-        default:
-            break;
-        }
-        tabs.append(tab);
+        tabs.append(tab_of(stop));
+        tabs.back().position = (stop.position - left) * tab_unit;
+        last = std::max(last, stop.position);
     }
     // Text that hangs over goes on, behind a tab, where the other lines begin.
-    if (format.first < 0)
-        tabs.append(QTextOption::Tab(format.left * tab_unit, QTextOption::LeftTab));
+    if (format.first < 0) {
+        tabs.append(QTextOption::Tab((format.left - left) * tab_unit, QTextOption::LeftTab));
+        last = std::max(last, format.left);
+    }
+    const int step = std::max(default_tab_, least_tab);
+    const int end = static_cast<int>(width_ / unit_);
+    for (int stop = (last / step + 1) * step; stop <= end; stop += step)
+        tabs.append(QTextOption::Tab((stop - left) * tab_unit, QTextOption::LeftTab));
     std::sort(tabs.begin(), tabs.end(),
               [](const auto& one, const auto& other) { return one.position < other.position; });
-    option.setTabs(tabs);
-    return option;
+    return tabs;
 }
 
 BlockData::Line RichTextLayout::line_of(const QTextLine& line, const rtf::ParagraphFormat& format) const {
@@ -134,14 +149,19 @@ void RichTextLayout::break_lines(const QTextBlock& block, const Column& column) 
     const rtf::ParagraphFormat& format = *data.format;
     QTextLayout& layout = *block.layout();
     layout.setPosition(QPointF(column.left, 0));
-    layout.setTextOption(option_of(data));
+    QTextOption option = option_of(data);
+    option.setTabs(tabs_of(format, format.left + format.first));
+    layout.setTextOption(option);
     layout.beginLayout();
     for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
         const double left = px(format.left + (data.lines.empty() ? format.first : 0));
-        // Where the line begins counts for its tabs.
         line.setPosition(QPointF(left, 0));
         line.setLineWidth(std::max(column.width - left - px(format.right), px(least_width)));
         data.lines.push_back(line_of(line, format));
+        if (data.lines.size() == 1 && format.first != 0) {
+            option.setTabs(tabs_of(format, format.left));
+            layout.setTextOption(option);
+        }
     }
     layout.endLayout();
 }

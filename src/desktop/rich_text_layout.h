@@ -63,6 +63,7 @@ class RichTextLayout final : public QAbstractTextDocumentLayout {
     void lay_out();
     void break_lines(const QTextBlock& block, const Column& column) const;
     QTextOption option_of(const BlockData& data) const;
+    QList<QTextOption::Tab> tabs_of(const rtf::ParagraphFormat& format, int left) const;
     BlockData::Line line_of(const QTextLine& line, const rtf::ParagraphFormat& format) const;
     Flow place_paragraph(const QTextBlock& block, const Column& column, Flow flow) const;
     void place_line(const QTextBlock& block, std::size_t index, Flow& flow) const;
