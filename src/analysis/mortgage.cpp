@@ -17,11 +17,27 @@ constexpr double months_a_year = 12;
 constexpr double days_a_month = 30;
 constexpr double percent_months = 1200;
 
+double require_finite(double result) {
+    constexpr int overflow = 6;
+    if (std::isinf(result))
+        throw basic::RunTimeError(overflow);
+    return result;
+}
+
 double divide(double a, double b) {
     constexpr int division_by_zero = 11;
     if (b == 0)
         throw basic::RunTimeError(division_by_zero);
-    return a / b;
+    return require_finite(a / b);
+}
+
+/// A negative base has no power with a fraction.
+double power(double base, double exponent) {
+    constexpr int invalid_call = 5;
+    const double result = std::pow(base, exponent);
+    if (std::isnan(result))
+        throw basic::RunTimeError(invalid_call);
+    return require_finite(result);
 }
 
 } // namespace
@@ -36,7 +52,7 @@ std::string mortgagepayment(Currency amount, Currency months, Currency rate, Cur
     perpayment = basic::to_currency(to_double(perpayment) * (number / months_a_year));
     const double discount = divide(1, 1 + monthly);
     const Currency last = months - basic::to_currency(1);
-    const double later = (1 - std::pow(discount, to_double(last))) / monthly;
+    const double later = divide(1 - power(discount, to_double(last)), monthly);
     const Currency fees = months * fee;
     const Currency charges = months * perpayment;
     // With no months at all the sum of discount factors is nothing; the powers above would leave a rest.

@@ -10,7 +10,7 @@ namespace tolva::analysis {
 /// to the first payment (30 is a plain annuity in arrears; more adds simple interest for the longer first
 /// period). `fee` and `perpayment` are two further charges; `perpayment` is left holding what the formula
 /// makes of it. Currency is fixed point, the arithmetic double unless told. Error 11 for a term of no months,
-/// 6 for what does not fit.
+/// 6 for what does not fit, 5 for a negative rate so large that a broken number of months has no power of it.
 std::string mortgagepayment(basic::Currency amount, basic::Currency months, basic::Currency rate,
                             basic::Currency fee, basic::Currency days, basic::Currency& perpayment);
 

@@ -77,6 +77,14 @@ TEST_F(PaymentCalculator, WhatNoCurrencyHoldsIsInvalid) {
     EXPECT_EQ(calculate("100000", "6", "1e300"), "Invalid Numbers");
 }
 
+TEST_F(PaymentCalculator, WhatNoNumberHoldsIsInvalid) {
+    EXPECT_EQ(calculate("100000", "-1199", "30"), "Invalid Numbers") << "beyond a double";
+    EXPECT_EQ(calculate("100000", "-2400", "1.05"), "Invalid Numbers")
+        << "a negative number to a broken power";
+    EXPECT_EQ(calculate("100000", "-1200", "30"), "Invalid Numbers") << "a division by zero";
+    EXPECT_EQ(title, "Error");
+}
+
 TEST_F(PaymentCalculator, TheTextsAndTheWayBack) {
     EXPECT_EQ(screen().caption, "Payment Calculator");
     EXPECT_EQ(screen().Command2.caption, "Calculate Payment");
