@@ -59,10 +59,17 @@ std::size_t length(std::string_view text) {
     return count;
 }
 
-std::string left(std::string_view text, std::size_t characters) {
+std::string left(std::string_view text, std::size_t places) {
+    constexpr char32_t last_of_one_place = 0xFFFF;
     std::size_t at = 0;
-    for (; characters > 0 && at < text.size(); --characters)
-        at += first_character(text.substr(at)).bytes;
+    while (at < text.size()) {
+        const Character character = first_character(text.substr(at));
+        const std::size_t width = character.code_point > last_of_one_place ? 2 : 1;
+        if (width > places)
+            break;
+        places -= width;
+        at += character.bytes;
+    }
     return std::string(text.substr(0, at));
 }
 

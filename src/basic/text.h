@@ -9,7 +9,10 @@ namespace tolva::basic {
 /// Text is UTF-8; every length and cut here counts characters, not bytes. Bytes that are not UTF-8 count one
 /// character each.
 std::size_t length(std::string_view text);
-std::string left(std::string_view text, std::size_t characters);
+
+/// The start of a text, cut as the store counts a column's width: a character beyond U+FFFF takes two places
+/// and is never halved.
+std::string left(std::string_view text, std::size_t places);
 
 /// Removes blanks (U+0020 only) at both ends, as the language's own trim does.
 std::string trim(std::string_view text);

@@ -14,6 +14,13 @@ TEST(Text, LengthAndLeftCountCharacters) {
     EXPECT_EQ(length("\u20ac\U0001F600"), 2u);
 }
 
+TEST(Text, ACutCountsTwoPlacesForWhatTakesTwoInTheStore) {
+    EXPECT_EQ(left("\U0001F600\U0001F600", 2), "\U0001F600");
+    EXPECT_EQ(left("\U0001F600\U0001F600", 3), "\U0001F600") << "and halves nothing";
+    EXPECT_EQ(left("a\U0001F600", 1), "a");
+    EXPECT_EQ(left("\uFFFF\u20ac", 2), "\uFFFF\u20ac");
+}
+
 TEST(Text, ABrokenByteCountsAsOneCharacter) {
     EXPECT_EQ(length("a\xE9z"), 3u);
     EXPECT_EQ(left("a\xE9z", 2), "a\xE9");

@@ -216,6 +216,42 @@ TEST_F(Listings, SomeFieldsAreCutAndThenTrimmedOthersTrimmedAndThenCut) {
     EXPECT_EQ(row.at("rooms"), "123");
 }
 
+TEST_F(Listings, EveryLimitIsKeptInItsFieldsOwnWay) {
+    enum class Way { cut_then_trim, trim_then_cut };
+    const struct {
+        const char* column;
+        std::size_t limit;
+        Way way;
+    } limits[] = {
+        {"first", 50, Way::cut_then_trim},       {"middle", 50, Way::cut_then_trim},
+        {"last", 50, Way::cut_then_trim},        {"address", 50, Way::cut_then_trim},
+        {"city", 50, Way::cut_then_trim},        {"state", 2, Way::cut_then_trim},
+        {"zip", 10, Way::cut_then_trim},         {"homephone", 20, Way::cut_then_trim},
+        {"workphone", 20, Way::cut_then_trim},   {"cellphone", 20, Way::cut_then_trim},
+        {"fax", 20, Way::cut_then_trim},         {"employer", 50, Way::cut_then_trim},
+        {"email", 100, Way::cut_then_trim},      {"businessname", 50, Way::trim_then_cut},
+        {"co_first", 50, Way::cut_then_trim},    {"co_middle", 50, Way::cut_then_trim},
+        {"co_last", 50, Way::cut_then_trim},     {"listingaddress", 50, Way::cut_then_trim},
+        {"listingcity", 50, Way::cut_then_trim}, {"listingstate", 20, Way::cut_then_trim},
+        {"listingzip", 10, Way::cut_then_trim},  {"construction", 50, Way::cut_then_trim},
+        {"subdivision", 50, Way::cut_then_trim}, {"yearbuilt", 4, Way::cut_then_trim},
+        {"squarefeet", 10, Way::trim_then_cut},  {"rooms", 3, Way::trim_then_cut},
+        {"bedrooms", 3, Way::trim_then_cut},     {"bathrooms", 5, Way::trim_then_cut},
+        {"basement", 50, Way::trim_then_cut},    {"garage", 50, Way::trim_then_cut},
+        {"citytaxes", 10, Way::trim_then_cut},   {"countytaxes", 10, Way::trim_then_cut},
+        {"lotx", 10, Way::trim_then_cut},        {"loty", 10, Way::trim_then_cut},
+        {"acres", 10, Way::trim_then_cut},       {"listingsource", 50, Way::trim_then_cut},
+    };
+    begin();
+    for (const auto& [column, limit, way] : limits)
+        dynamic_cast<platform::TextControl&>(*screen().find(column)).text = " " + std::string(limit + 5, '7');
+    desk.choose(screen().m_savelisting);
+    const auto row = stored();
+    // The blank ahead takes a place of the cut, or it is gone before.
+    for (const auto& [column, limit, way] : limits)
+        EXPECT_EQ(row.at(column), std::string(way == Way::cut_then_trim ? limit - 1 : limit, '7')) << column;
+}
+
 TEST_F(Listings, CutsCountCharactersNotBytes) {
     begin();
     std::string accents;
@@ -224,6 +260,16 @@ TEST_F(Listings, CutsCountCharactersNotBytes) {
     desk.type(screen().last, accents);
     desk.choose(screen().m_savelisting);
     EXPECT_EQ(stored().at("last"), accents.substr(0, 100));
+}
+
+TEST_F(Listings, CutsLeaveNothingThatItsColumnCannotHold) {
+    begin();
+    desk.type(screen().state, "\U0001F600\U0001F600");
+    desk.type(screen().rooms, "12\U0001F600");
+    desk.choose(screen().m_savelisting);
+    ASSERT_FALSE(desk.host.error) << desk.host.error->text;
+    EXPECT_EQ(stored().at("state"), "\U0001F600");
+    EXPECT_EQ(stored().at("rooms"), "12");
 }
 
 TEST_F(Listings, ThePriceStopsAtAThousandsComma) {
@@ -467,6 +513,36 @@ TEST_F(Listings, AZeroOfYearsStillAsksAndThenSchedulesNothing) {
         other.click(other.listings().Command5);
         EXPECT_EQ(other.host.boxes.size(), 1u);
         EXPECT_TRUE(other.messages().empty());
+    }
+}
+
+TEST_F(Listings, WithoutYearsNoBirthdayArisesWhateverTheSettingSays) {
+    for (const char* years : {"0", "", "none"}) {
+        Desk other;
+        other.set_setting("p_bday", std::string(years));
+        other.set_setting("p_bdayschedule", std::int64_t{module::Settings::birthdays_always});
+        other.start();
+        other.click(other.menu().Command9);
+        other.choose(other.listings().m_newlisting);
+        other.type(other.listings().birthday, "12/24/1960");
+        other.type(other.listings().co_birthday, "12/25/1961");
+        other.click(other.listings().Command5);
+        EXPECT_TRUE(other.host.boxes.empty());
+        EXPECT_TRUE(other.messages().empty()) << years;
+    }
+}
+
+TEST_F(Listings, TwoYearsAheadAreThreeRowsOrTwoWhenTheBirthdayIsGoneBy) {
+    for (const auto& [birthday, rows] : {std::pair("12/24/1960", 3u), std::pair("11/19/1960", 2u)}) {
+        Desk other;
+        other.set_setting("p_bday", std::string("2"));
+        other.set_setting("p_bdayschedule", std::int64_t{module::Settings::birthdays_always});
+        other.start();
+        other.click(other.menu().Command9);
+        other.choose(other.listings().m_newlisting);
+        other.type(other.listings().birthday, birthday);
+        other.click(other.listings().Command5);
+        EXPECT_EQ(other.messages().size(), rows) << birthday;
     }
 }
 
