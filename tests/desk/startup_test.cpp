@@ -68,6 +68,8 @@ TEST(Startup, AWrongPasswordEmptiesTheBoxAndASecondTryWorks) {
     EXPECT_EQ(desk.host.boxes[0].text, "Incorrect Password");
     EXPECT_EQ(desk.host.boxes[0].title, "Message");
     EXPECT_EQ(desk.security().password.text, "");
+    EXPECT_TRUE(desk.security().visible());
+    EXPECT_FALSE(desk.module().Form1.loaded());
     desk.type(desk.security().password, "SECRET");
     desk.click(desk.security().Command1);
     EXPECT_TRUE(desk.menu().visible());

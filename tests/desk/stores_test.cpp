@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "support/desk.h"
+#include "support/read_only_disk.h"
 
 namespace tolva {
 namespace {
@@ -22,6 +23,44 @@ TEST(Stores, EveryMissingFileKeepsTheProgramFromTheMenu) {
         EXPECT_FALSE(desk.module().Form1.loaded());
         EXPECT_FALSE(std::filesystem::exists(desk.data_file(name))) << "no file is created";
     }
+}
+
+TEST(Stores, TheFilesOpenInTheirFixedOrderAndTheFeaturesAreReadAfterThem) {
+    constexpr std::size_t count = std::size(store_files);
+    for (std::size_t first = 0; first <= count; ++first) {
+        Desk desk;
+        for (std::size_t file = first; file < count; ++file)
+            std::filesystem::remove(desk.data_file(store_files[file]));
+        std::filesystem::remove(desk.data_file("features.txt"));
+        desk.start();
+        const std::string missing = first < count ? store_files[first] : "features.txt";
+        ASSERT_TRUE(desk.host.error) << missing;
+        EXPECT_EQ(desk.host.error->number, first < count ? 3024 : 53) << missing;
+        EXPECT_NE(desk.host.error->text.find(missing), std::string::npos) << desk.host.error->text;
+    }
+}
+
+TEST(Stores, AMissingDataFolderIsReported) {
+    Desk desk;
+    std::filesystem::remove_all(desk.folder.path() / "data");
+    desk.start();
+    ASSERT_TRUE(desk.host.error);
+    EXPECT_NE(desk.host.error->text.find("database.mdb"), std::string::npos) << desk.host.error->text;
+    EXPECT_FALSE(std::filesystem::exists(desk.folder.path() / "data"));
+}
+
+TEST(Stores, FilesThatOnlyReadEndTheProgramAtTheFirstChange) {
+    const auto disk = files::make_disk();
+    Desk desk;
+    desk.disk = std::make_unique<support::ReadOnlyDisk>(*disk);
+    desk.restart();
+    desk.start();
+    ASSERT_FALSE(desk.host.error) << desk.host.error->text;
+    desk.click(desk.menu().Command9);
+    EXPECT_TRUE(desk.listings().visible());
+    desk.wait_minutes(1);
+    ASSERT_TRUE(desk.host.error) << "the day's stamp cannot be stored";
+    EXPECT_EQ(desk.host.error->number, 3027);
 }
 
 TEST(Stores, AForeignFileIsReportedAndNotTouched) {
