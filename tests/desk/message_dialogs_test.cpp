@@ -99,6 +99,31 @@ TEST_F(MessageDialogs, ATimeThatIsNoTimeIsAnErrorWithDataAndTheDialogStays) {
     EXPECT_EQ(stored_texts(), Texts{"kept"});
 }
 
+TEST_F(MessageDialogs, ARowIsAddedThroughWhateverSetStandsThere) {
+    remind("kept", 2027, 1, 1, "8:00 AM");
+    desk.module().messageset = desk.module().messagedb->OpenRecordset(
+        "select * from [table] where messagetype > 4 and messagetext like '*nothing*'");
+    remind("added", 2027, 1, 1, "8:00 AM");
+    EXPECT_EQ(stored_texts(), (Texts{"kept", "added"}));
+}
+
+TEST_F(MessageDialogs, AFailedSaveUnseenSaysSoAndStaysLoadedUnseen) {
+    desk.click(desk.menu().Command9);
+    desk.choose(desk.listings().m_newlisting);
+    desk.type(desk.listings().dateexpires, "5/1/2027");
+    // An id that no customer can have: the row cannot be written, and the flow goes on.
+    desk.listings().id.text = "99999999999";
+    desk.listings().datelastcontact.text = "";
+    desk.host.answers = {2};
+    desk.click(desk.listings().Command5);
+    EXPECT_EQ(desk.host.box_texts(), (Texts{"Invalid Date Last Contact", "Error with Data", "Error with Data",
+                                            "Automatically Schedule Birthday Reminders?"}));
+    EXPECT_TRUE(desk.messages().empty());
+    EXPECT_FALSE(desk.host.error);
+    ASSERT_TRUE(desk.module().generalmessagecreate.loaded());
+    EXPECT_FALSE(desk.compose().visible());
+}
+
 TEST_F(MessageDialogs, ExitSavesNothing) {
     desk.click(desk.menu().Command11);
     desk.type(desk.compose().message1, "dropped");
@@ -263,9 +288,9 @@ class ViewCustomer : public MessageDialogs {
                                              {"last", last},
                                              {"datelisted", make_date(2026, 1, id)}});
     }
-    void raise_about(int id) {
+    void raise_about(int id, messages::MessageKind kind = messages::listing_reminder) {
         Desk::add(*desk.module().messagedb, {{"messageid", std::int64_t{1}},
-                                             {"messagetype", std::int64_t{1}},
+                                             {"messagetype", std::int64_t{kind}},
                                              {"customerid", std::int64_t{id}},
                                              {"messagetext", std::string("due")},
                                              {"messagedate", make_date(2026, 11, 20)},
@@ -318,6 +343,49 @@ TEST_F(ViewCustomer, AMissingListingIsReported) {
     EXPECT_EQ(desk.host.boxes[0].title, "Message");
     EXPECT_FALSE(desk.listings().visible());
     EXPECT_EQ(desk.module().listingset->RecordCount(), 0);
+}
+
+TEST_F(ViewCustomer, AMissingListingLeavesAnOpenFormOverAnEmptySet) {
+    add_listing(1, "Other");
+    desk.click(desk.menu().Command9);
+    desk.runtime().click_row(desk.listings().grid1, 1);
+    desk.type(desk.listings().datelastcontact, "11/20/2026");
+    raise_about(99);
+    desk.click(desk.dialogs()[0]->Command3);
+    EXPECT_EQ(desk.listings().last.text, "Other") << "the form stays as it was";
+    desk.choose(desk.listings().m_savelisting);
+    ASSERT_TRUE(desk.host.error);
+    EXPECT_EQ(desk.host.error->number, 3021);
+}
+
+TEST_F(ViewCustomer, LeadsToAProspectAndByTheHiddenButtonToASoldCustomer) {
+    Desk::add(*desk.module().prospectdb, {{"id", std::int64_t{5}}, {"last", std::string("Warm")}});
+    Desk::add(*desk.module().solddb, {{"id", std::int64_t{5}},
+                                      {"last", std::string("Settled")},
+                                      {"sellingprice", 1.0},
+                                      {"commission", 1.0},
+                                      {"netcommission", 1.0},
+                                      {"commissionrate", 1.0},
+                                      {"expenses", 0.0},
+                                      {"datesold", make_date(2026, 1, 1)}});
+    raise_about(5, messages::prospect_reminder);
+    desk.click(desk.dialogs()[0]->Command3);
+    EXPECT_EQ(static_cast<records::prospect&>(desk.module().prospect()).last.text, "Warm");
+    EXPECT_EQ(desk.module().prospectquery,
+              "select * from [table] where id=5 order by dateacquired, last, first");
+    raise_about(5, messages::sold_reminder);
+    EXPECT_FALSE(desk.dialogs()[1]->Command3.visible);
+    desk.click(desk.dialogs()[1]->Command3);
+    ASSERT_FALSE(desk.host.error) << desk.host.error->text;
+    EXPECT_EQ(static_cast<records::sold&>(desk.module().sold()).last.text, "Settled");
+    EXPECT_EQ(desk.module().soldquery, "select * from [table] where id=5 order by datesold, last, first");
+}
+
+TEST_F(ViewCustomer, OfAGeneralReminderDoesNothing) {
+    raise_about(5, messages::general_reminder);
+    desk.click(desk.dialogs()[0]->Command3);
+    EXPECT_FALSE(desk.module().listings.loaded());
+    EXPECT_TRUE(desk.host.boxes.empty());
 }
 
 TEST_F(ViewCustomer, DoesNotClearTheNewRecordFlag) {

@@ -315,11 +315,13 @@ TEST_F(PlannerLinks, ASlotWhoseListingIsGoneSaysSo) {
 
 TEST_F(PlannerLinks, AToDoLinkToAListingFailsByItsQuery) {
     add_listing(207);
+    desk.click(desk.menu().Command9);
     const std::string view = desk.module().listingquery;
     screen().tp[5].text = "1207";
     desk.runtime().double_click(screen().td[5]);
     ASSERT_TRUE(desk.host.error);
     EXPECT_EQ(desk.host.error->number, 3061);
+    EXPECT_EQ(desk.module().listingquery, view) << "the query is not the screen's view";
 }
 
 TEST_F(PlannerLinks, AToDoLinkToAProspectOpensIt) {
@@ -351,6 +353,28 @@ TEST_F(PlannerLinks, AnAppointmentIsPlacedByADoubleClickHoweverLater) {
     // And the slot is now a door to the listing, whose record the entry had saved.
     desk.runtime().double_click(screen().timeperiod[8]);
     EXPECT_EQ(desk.listings().last.text, "Baker");
+}
+
+TEST_F(PlannerLinks, AnAppointmentsDayDropsWhatWasUnsavedOfAnotherDay) {
+    desk.type(screen().notes, "never saved");
+    prepare_appointment();
+    desk.runtime().pick_date(dialog().Month1, make_date(2026, 12, 1));
+    EXPECT_EQ(screen().notes.text, "");
+    EXPECT_EQ(stored(11, 20).daynotes, "");
+    pick(11, 20);
+    EXPECT_EQ(screen().notes.text, "");
+}
+
+TEST_F(PlannerLinks, AnAppointmentOverwritesTheSlotAndItsLink) {
+    prepare_appointment();
+    desk.runtime().pick_date(dialog().Month1, make_date(2026, 11, 20));
+    screen().td[8].text = "somebody else";
+    screen().tp[8].text = "2345";
+    desk.runtime().double_click(screen().td[8]);
+    EXPECT_EQ(screen().td[8].text, "Ann & Bill Baker, 555-1111:");
+    EXPECT_EQ(stored(11, 20).todoitems[8], "Ann & Bill Baker, 555-1111:");
+    EXPECT_EQ(stored(11, 20).todolinks[8], "11");
+    EXPECT_FALSE(desk.module().prospect.loaded());
 }
 
 TEST_F(PlannerLinks, LeavingWithoutSettingKeepsAnEarlierPendingState) {

@@ -130,12 +130,40 @@ TEST_F(Poll, OnlyListingAndProspectRemindersHaveAViewButton) {
     EXPECT_FALSE(dialogs[3]->Command3.visible);
 }
 
-TEST_F(Poll, TheFlagIsStoredBeforeTheDialogShows) {
-    add("flagged", today, "9:00 AM");
-    // A dialog that cannot be filled fails after the row is flagged: it will not rise again.
+TEST_F(Poll, ARowIsFlaggedThenItsDialogShownThenFilled) {
+    add("due", today, "9:00 AM");
+    int shown = 0;
+    desk.host.on_shown = [&](platform::Screen& screen) {
+        if (auto* dialog = dynamic_cast<messages::generalmessage*>(&screen)) {
+            ++shown;
+            EXPECT_EQ(desk.messages()[0].at("messageflag"), "True");
+            EXPECT_EQ(dialog->messagetext.text, "");
+        }
+    };
     desk.start();
-    EXPECT_EQ(desk.messages()[0].at("messageflag"), "True");
-    EXPECT_TRUE(desk.dialogs()[0]->visible());
+    EXPECT_EQ(shown, 1);
+    EXPECT_EQ(raised(), Texts{"due"});
+}
+
+TEST_F(Poll, ATickIsSafeWhileTheDatePickerStands) {
+    desk.start();
+    desk.click(desk.menu().Command9);
+    desk.choose(desk.listings().m_newlisting);
+    Desk::add(*desk.module().messagedb, {{"messageid", std::int64_t{1}},
+                                         {"messagetype", std::int64_t{4}},
+                                         {"messagetext", std::string("due")},
+                                         {"messagedate", today},
+                                         {"messagetime", std::string("10:00 AM")},
+                                         {"messageflag", false}});
+    desk.host.modal_visits.push_back([this](platform::Screen& screen) {
+        desk.wait_minutes(1);
+        EXPECT_EQ(desk.dialogs().size(), 1u);
+        EXPECT_TRUE(screen.visible());
+        desk.runtime().pick_date(dynamic_cast<shell::choosedate&>(screen).MonthView1, make_date(2026, 12, 1));
+    });
+    desk.click(desk.listings().Command2);
+    EXPECT_EQ(desk.listings().datenextcontact.text, "12/1/2026");
+    EXPECT_EQ(raised(), Texts{"due"});
 }
 
 TEST_F(Poll, TodaysMessagesAreAPreviewThatConsumesNothing) {

@@ -148,11 +148,18 @@ TEST_F(RecordScreen, TheModesShowWhatTheyAreToldToShow) {
         EXPECT_TRUE(control->visible) << control->name();
     for (auto* control : in_form)
         EXPECT_FALSE(control->visible) << control->name();
+    std::map<platform::Control*, bool> others;
+    for (auto* control : screen.controls())
+        if (std::find(in_grid.begin(), in_grid.end(), control) == in_grid.end() &&
+            std::find(in_form.begin(), in_form.end(), control) == in_form.end())
+            others[control] = control->visible;
     desk.runtime().click_row(screen.grid1, 1);
     for (auto* control : in_grid)
         EXPECT_FALSE(control->visible) << control->name();
     for (auto* control : in_form)
         EXPECT_TRUE(control->visible) << control->name();
+    for (const auto& [control, visible] : others)
+        EXPECT_EQ(control->visible, visible) << control->name() << " is none of the modes' affair";
 }
 
 TEST_F(RecordScreen, NavigationStaysOnTheFirstAndLastRecordAndStillSaves) {
@@ -250,6 +257,18 @@ TEST_F(RecordScreen, AnUnloadedScreenComesBackWithItsLastView) {
     EXPECT_EQ(column(0), (Cells{"2", "3"}));
     EXPECT_EQ(desk.listings().caption, "Current Listings");
     EXPECT_EQ(desk.listings().sname.text, "");
+}
+
+TEST_F(RecordScreen, AMenusViewComesBackAfterUnloadingButItsCaptionDoesNot) {
+    add_three();
+    add(4, "Long", "Ago", "Utica", {{"datelisted", make_date(2020, 1, 1)}});
+    auto& screen = open();
+    desk.choose(screen.m_yeartodate);
+    EXPECT_EQ(screen.caption, "Year-to-Date Listings");
+    EXPECT_EQ(column(0), (Cells{"1", "2", "3"}));
+    desk.click(screen.Command10);
+    EXPECT_EQ(open().caption, "Current Listings");
+    EXPECT_EQ(column(0), (Cells{"1", "2", "3"}));
 }
 
 TEST_F(RecordScreen, ExitUnloadsAndTheMenusExitOnlyHides) {

@@ -37,6 +37,8 @@ class ScriptedHost final : public platform::Host {
     std::deque<std::function<void(platform::Screen&)>> modal_visits;
     /// What happens while the next box of any kind stands.
     std::deque<std::function<void()>> during_box;
+    /// What is looked at while a screen comes up.
+    std::function<void(platform::Screen&)> on_shown;
     std::string file_to_open;
     std::string file_to_save;
     platform::PrintScope print_scope = platform::PrintScope::all;
@@ -86,6 +88,8 @@ class ScriptedHost final : public platform::Host {
     void screen_loaded(platform::Screen&) override {}
     void screen_shown(platform::Screen& screen, platform::ShowMode mode) override {
         shown.push_back({screen.name(), mode});
+        if (on_shown)
+            on_shown(screen);
     }
     void screen_hidden(platform::Screen&) override {}
     void screen_unloaded(platform::Screen&) override {}
