@@ -262,6 +262,15 @@ TEST_F(Listings, CutsCountCharactersNotBytes) {
     EXPECT_EQ(stored().at("last"), accents.substr(0, 100));
 }
 
+TEST_F(Listings, TheListingServicesNumberIsNotCut) {
+    begin();
+    const std::string number(200, '7');
+    desk.type(screen().mls, " " + number + " ");
+    desk.choose(screen().m_savelisting);
+    ASSERT_FALSE(desk.host.error) << desk.host.error->text;
+    EXPECT_EQ(stored().at("mls"), number);
+}
+
 TEST_F(Listings, CutsLeaveNothingThatItsColumnCannotHold) {
     begin();
     desk.type(screen().state, "\U0001F600\U0001F600");

@@ -84,6 +84,14 @@ TEST_F(Preferences, SavingStoresEverySettingTrimmed) {
     EXPECT_EQ(row["p_sold"], "");
 }
 
+TEST_F(Preferences, ASettingIsStoredUncutHoweverLong) {
+    const std::string name(255, 'n');
+    desk.type(desk.preferences().salesperson1, name);
+    desk.click(desk.preferences().Command1);
+    ASSERT_FALSE(desk.host.error) << desk.host.error->text;
+    EXPECT_EQ(desk.stored_settings()["salespersonname"], name);
+}
+
 TEST_F(Preferences, SavingStampsLastdateWithToday) {
     desk.click(desk.preferences().Command1);
     EXPECT_EQ(desk.stored_settings()["lastdate"], "11/20/2026");
