@@ -117,6 +117,17 @@ TEST_F(RecordScreen, AnEmptyResultLeavesTheHeadingAndABlankRowThatDoesNothing) {
     EXPECT_FALSE(desk.host.error);
 }
 
+TEST_F(RecordScreen, AFailureWhileTheGridFillsIsSilentAndKeepsTheRowsSoFar) {
+    add_three();
+    auto& screen = open();
+    screen.cleargrid();
+    desk.module().listingset = desk.module().listingdb->OpenRecordset("select * from [table] order by id");
+    desk.module().listingdb->OpenRecordset("select * from [table] where id=2")->Delete();
+    desk.runtime().run([&] { screen.creategrid("normal"); });
+    EXPECT_FALSE(desk.host.error);
+    EXPECT_EQ(column(0), (Cells{"", "1"})) << "the blank row goes only with the last one";
+}
+
 TEST_F(RecordScreen, AClickOnARowOpensItsRecord) {
     add_three();
     auto& screen = open();
