@@ -172,9 +172,14 @@ std::vector<RowId> StoredTable::find(std::size_t index, std::span<const Value> v
     const std::size_t real = definition_.logical_indexes[index].real;
     const RealIndex& shape = definition_.real_indexes[real];
     assert(!values.empty() && values.size() <= shape.parts.size());
+    // Bytes of no length leave nothing in a key, so that any other bytes would seem to begin with them.
+    const bool traceless = std::any_of(values.begin(), values.end(), [](const Value& value) {
+        const auto* bytes = std::get_if<Bytes>(&value);
+        return bytes && bytes->empty();
+    });
     const bool left_out = shape.ignores_nulls() && std::all_of(values.begin(), values.end(),
                                                                [](const Value& v) { return is_null(v); });
-    if (left_out || !indexes().understands(real))
+    if (left_out || traceless || !indexes().understands(real))
         return find_by_scan(shape, values);
 
     Row wanted(values.begin(), values.end());

@@ -122,6 +122,12 @@ TEST(IndexKey, EndsDescendingTextsTwice) {
     EXPECT_EQ(up(ColumnType::memo, std::string("A")), "7f4a0100");
 }
 
+TEST(IndexKey, TurnsADescendingTextOfTheOlderOrderWholly) {
+    Key key;
+    append_key(key, {ColumnType::text, true, TextOrder::general_jet3}, std::string("ab"));
+    EXPECT_EQ(hex(key), "809f9eff");
+}
+
 TEST(IndexKey, WritesBytesInEights) {
     EXPECT_EQ(up(ColumnType::binary, Bytes{}), "7f");
     EXPECT_EQ(up(ColumnType::binary, Bytes{1, 2, 3}), "7f010203000000000003");

@@ -116,6 +116,89 @@ TEST_F(RowCodec, TheMaskIsAsWideAsTheHighestIdDroppedColumnsIncluded) {
     EXPECT_EQ(read(row, table.columns[1]), Value(std::string("a")));
 }
 
+/// Rows of the older version: counts and offsets of one byte, and jumps over each 256.
+class Jet3Row : public testing::Test {
+  protected:
+    Jet3Row() {
+        for (std::uint16_t i = 0; i < 3; ++i)
+            table.columns.push_back(make("t" + std::to_string(i), ColumnType::text, i, i, 255, false));
+        table.most_columns = table.variable_columns = 3;
+    }
+    std::vector<std::uint8_t> write(const std::vector<std::string>& texts) {
+        std::vector<StoredField> fields;
+        for (std::size_t i = 0; i < texts.size(); ++i)
+            fields.push_back(encode_field(jet3_format, table.columns[i], texts[i]));
+        return encode_row(jet3_format, table, fields);
+    }
+    std::vector<std::string> read(const std::vector<std::uint8_t>& row) {
+        const RowView view(pager, 9, row);
+        std::vector<std::string> texts;
+        for (const Column& column : table.columns)
+            texts.push_back(std::get<std::string>(decode_field(pager, 9, column, view.field(column))));
+        return texts;
+    }
+    /// Texts that come to a row of this size.
+    std::vector<std::string> of_size(std::size_t size) {
+        for (std::size_t rest = 0; rest <= 255; ++rest) {
+            const std::vector<std::string> texts = {std::string(size > 400 ? 240 : 100, 'a'),
+                                                    std::string(rest, 'b'),
+                                                    std::string(size > 400 ? 150 : 20, 'c')};
+            if (write(texts).size() == size)
+                return texts;
+        }
+        ADD_FAILURE() << "no row of " << size << " bytes";
+        return {};
+    }
+
+    TableDefinition table;
+    MemoryPager pager{jet3_format, "a.mdb"};
+};
+
+TEST_F(Jet3Row, HasOneByteForEachCountOffsetAndCharacter) {
+    EXPECT_EQ(write({"a", "", "b\xc3\xa9"}),
+              (std::vector<std::uint8_t>{3, 'a', 'b', 0xe9, 4, 2, 2, 1, 3, 7}));
+}
+
+TEST_F(Jet3Row, TellsInAJumpTableWhichOffsetsLie256BytesFurther) {
+    const auto row = write({std::string(200, 'a'), std::string(100, 'b'), "c"});
+    // The mask, the count, then the index of the first offset behind the jump; the offsets in reverse.
+    const std::vector<std::uint8_t> tail(row.end() - 7, row.end());
+    EXPECT_EQ(tail, (std::vector<std::uint8_t>{46, 45, 201, 1, 2, 3, 7}));
+    EXPECT_EQ(read(row), (std::vector<std::string>{std::string(200, 'a'), std::string(100, 'b'), "c"}));
+}
+
+TEST_F(Jet3Row, PutsADummyJumpWhereOnlyTheTrailerCrosses256Bytes) {
+    const std::vector<std::string> texts = {std::string(250, 'a'), "", "b"};
+    const auto row = write(texts);
+    EXPECT_EQ(row.size(), 259u);
+    EXPECT_EQ(row[row.size() - 3], 0xff);
+    EXPECT_EQ(read(row), texts);
+}
+
+TEST_F(Jet3Row, ReadsBackAtEverySizeAround256And512Bytes) {
+    for (const std::size_t size : {254, 255, 256, 258, 259, 260, 510, 511, 512, 514, 515, 516}) {
+        const auto texts = of_size(size);
+        ASSERT_FALSE(texts.empty());
+        EXPECT_EQ(read(write(texts)), texts) << size;
+    }
+}
+
+TEST_F(Jet3Row, ReadsBackWhateverItsColumnsHold) {
+    table.columns.clear();
+    for (std::uint16_t i = 0; i < 255; ++i)
+        table.columns.push_back(make("t" + std::to_string(i), ColumnType::text, i, i, 255, false));
+    table.most_columns = table.variable_columns = 255;
+    unsigned random = 11;
+    for (int round = 0; round < 400; ++round) {
+        std::vector<std::string> texts;
+        for (int i = 0; i < 255; ++i) {
+            random = random * 1664525 + 1013904223;
+            texts.emplace_back(random % 977 < 4 ? random / 65536 % 256 : random / 65536 % 6, 'x');
+        }
+        ASSERT_EQ(read(write(texts)), texts) << round;
+    }
+}
+
 TEST_F(RowCodec, EveryKindOfValueSurvivesARoundTrip) {
     const auto survives = [&](ColumnType type, std::uint16_t length, const Value& value) {
         Column column = make("c", type, 0, 0, length, length != 100);

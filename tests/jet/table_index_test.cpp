@@ -249,6 +249,21 @@ TEST_P(TableIndex, LongTextsAreFoundAndToldApart) {
     EXPECT_EQ(findings(file.database()), "");
 }
 
+TEST_P(TableIndex, BytesOfNoLengthAreFoundAloneAndNotAsTheStartOfOthers) {
+    TableSchema schema;
+    schema.name = "Bytes";
+    schema.columns = {column("bytes", ColumnType::binary, 20)};
+    schema.indexes = {index("bytes", {"bytes"})};
+    JetFile file({schema}, GetParam());
+    Table& table = file.table("Bytes");
+    const RowId empty = table.insert({Bytes{}});
+    const RowId some = table.insert({Bytes{1, 2}});
+    table.insert({Value{}});
+    EXPECT_EQ(table.find(0, std::vector<Value>{Bytes{}}), std::vector<RowId>{empty});
+    EXPECT_EQ(table.find(0, std::vector<Value>{Bytes{1, 2}}), std::vector<RowId>{some});
+    EXPECT_EQ(table.find(0, std::vector<Value>{Bytes{1}}), std::vector<RowId>{});
+}
+
 TEST_P(TableIndex, AMemoCanBeIndexed) {
     TableSchema schema = people();
     schema.indexes.push_back(index("notes", {"notes"}));

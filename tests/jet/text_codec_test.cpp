@@ -101,5 +101,43 @@ TEST(TextCodec, EveryUnitSurvivesARoundTrip) {
     }
 }
 
+Bytes jet3_bytes(std::u16string_view text, int code_page = 1252) {
+    Format format = jet3_format;
+    format.code_page = code_page;
+    Bytes bytes;
+    encode_text(bytes, text, true, format);
+    return bytes;
+}
+
+TEST(Jet3Text, HasOneByteForEachCharacterOfTheCodePage) {
+    EXPECT_EQ(jet3_bytes(u"Na\u00efve \u20ac 5"), (Bytes{'N', 'a', 0xef, 'v', 'e', ' ', 0x80, ' ', '5'}));
+    EXPECT_EQ(decode_text(Bytes{'N', 'a', 0xef, 'v', 'e', ' ', 0x80, ' ', '5'}, jet3_format),
+              "Na\u00efve \u20ac 5");
+    EXPECT_EQ(decode_text(Bytes{'a', 0, 'b'}, jet3_format), std::string("a\0b", 3));
+}
+
+TEST(Jet3Text, WhatTheCodePageLacksBecomesAQuestionMark) {
+    EXPECT_EQ(jet3_bytes(u"\u03b1\u65e5"), (Bytes{'?', '?'}));
+}
+
+TEST(Jet3Text, EveryByteSurvivesARoundTrip) {
+    for (const int page : {1250, 1251, 1252, 1253}) {
+        Format format = jet3_format;
+        format.code_page = page;
+        for (int byte = 0; byte < 256; ++byte) {
+            const Bytes stored = {static_cast<std::uint8_t>(byte)};
+            EXPECT_EQ(jet3_bytes(to_utf16(decode_text(stored, format)), page), stored) << page << " " << byte;
+        }
+    }
+}
+
+TEST(Jet3Text, IsReadInTheCodePageOfItsFile) {
+    Format format = jet3_format;
+    format.code_page = 1251;
+    EXPECT_EQ(decode_text(Bytes{0xc4, 0xe0}, format), "\u0414\u0430");
+    format.code_page = 932; // not at hand
+    EXPECT_EQ(decode_text(Bytes{'a', 0xc4}, format), "a\ufffd");
+}
+
 } // namespace
 } // namespace tolva::jet

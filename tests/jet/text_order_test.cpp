@@ -242,5 +242,48 @@ TEST(TextOrder, ComparesInTheOrderOfTheKeys) {
     }
 }
 
+std::string jet3_key(std::u16string_view text) {
+    std::vector<std::uint8_t> bytes;
+    append_text_key(bytes, text, TextOrder::general_jet3);
+    return hex(bytes);
+}
+
+TEST(Jet3TextOrder, GivesEachCharacterAWeightOfOneByte) {
+    EXPECT_EQ(jet3_key(u"AbZ 09"), "60617e11565f00");
+    EXPECT_EQ(jet3_key(u""), "00");
+    EXPECT_EQ(jet3_key(u"a-'a"), "601e186000") << "hyphen and apostrophe weigh like others";
+    EXPECT_EQ(jet3_key(u"a\u0001\u001f\u0081"), "6010101000");
+    EXPECT_EQ(jet3_key(u"a\u03b1"), jet3_key(u"a?")) << "as it would be stored";
+}
+
+TEST(Jet3TextOrder, SplitsLigaturesAndTheSharpS) {
+    EXPECT_EQ(jet3_key(u"\u00c6\u0153\u00df"), "60667266767600");
+}
+
+TEST(Jet3TextOrder, PutsAccentsBehindTheWeightsFourBitsEach) {
+    EXPECT_EQ(jet3_key(u"a\u00e0a"), "6060600230");
+    EXPECT_EQ(jet3_key(u"aa\u00e9aa"), "60606660600224"
+                                       "00");
+    EXPECT_EQ(jet3_key(u"-\u00e1a-\u00e1"), "1e60601e60042400") << "what weighs less than a digit has none";
+    EXPECT_EQ(jet3_key(u"\u0160\u00d1\u00c7\u00c5\u0178"), "767062607d0a798600");
+}
+
+TEST(Jet3TextOrder, LeavesOutTrailingBlanksOnly) {
+    EXPECT_EQ(jet3_key(u"a b  "), jet3_key(u"A B"));
+    EXPECT_NE(jet3_key(u" a"), jet3_key(u"a"));
+}
+
+TEST(Jet3TextOrder, ComparesInTheOrderOfItsKeys) {
+    const auto less = [](const char* a, const char* b) {
+        return compare_text(a, b, TextOrder::general_jet3) < 0 &&
+               compare_text(b, a, TextOrder::general_jet3) > 0;
+    };
+    EXPECT_TRUE(compare_text("smith", "SMITH  ", TextOrder::general_jet3) == 0);
+    EXPECT_TRUE(less("resume", "r\u00e9sum\u00e9"));
+    EXPECT_TRUE(less("r\u00e9sum\u00e9", "resumes"));
+    EXPECT_TRUE(less("O'Brien", "OBrien")) << "where the newer order has it behind";
+    EXPECT_TRUE(less("a", "a b"));
+}
+
 } // namespace
 } // namespace tolva::jet
