@@ -24,6 +24,8 @@ Content require(const std::optional<Content>& content, const jet::Value& value) 
 } // namespace
 
 std::string FieldValue::text() const {
+    if (const auto* text = std::get_if<std::string>(&value_))
+        return *text;
     return require(text_of(value_), value_);
 }
 

@@ -16,6 +16,7 @@ using basic::RunTimeError;
 
 constexpr int no_edit_begun = 3020;
 constexpr int no_current_record = 3021;
+constexpr int row_deleted = 3167;
 constexpr int read_only = 3027;
 constexpr int unknown_name = 3265;
 
@@ -51,7 +52,8 @@ long Recordset::RecordCount() const {
 
 FieldValue Recordset::field(const std::string& name) const {
     const std::size_t wanted = column(name);
-    jet::Value value = pending_ == Pending::none ? current_reader().value(wanted) : buffer_[wanted];
+    const bool from_buffer = pending_ == Pending::add || (pending_ == Pending::edit && written_[wanted]);
+    jet::Value value = from_buffer ? buffer_[wanted] : current_reader().value(wanted);
     if (std::holds_alternative<std::string>(value))
         return FieldValue(std::move(value), database_.current_year());
     return FieldValue(std::move(value));
@@ -98,7 +100,9 @@ void Recordset::Edit() {
     drop_pending();
     const jet::RowId row = current_row();
     require_writable();
-    begin(Pending::edit, table_.read(row));
+    if (!table_.exists(row))
+        throw RunTimeError(row_deleted);
+    begin(Pending::edit, jet::Row(schema().columns.size()));
 }
 
 void Recordset::Update() {
@@ -167,7 +171,7 @@ void Recordset::settle(std::ptrdiff_t from, std::ptrdiff_t step) {
     while (from >= 0 && from < size() && deleted_[static_cast<std::size_t>(from)])
         from += step;
     position_ = from;
-    reader_.reset();
+    reader_is_here_ = false;
     if (position_ >= 0 && position_ < size())
         visited_ = std::max(visited_, static_cast<std::size_t>(position_) + 1);
 }
@@ -180,10 +184,15 @@ jet::RowId Recordset::current_row() const {
 
 const jet::RowReader& Recordset::current_reader() const {
     const jet::RowId row = current_row();
-    if (!reader_ || reader_age_ != database_.changes()) {
+    if (reader_is_here_ && reader_age_ == database_.changes())
+        return *reader_;
+    reader_is_here_ = false;
+    if (reader_)
+        reader_->go_to(row);
+    else
         reader_ = table_.reader(row);
-        reader_age_ = database_.changes();
-    }
+    reader_is_here_ = true;
+    reader_age_ = database_.changes();
     return *reader_;
 }
 

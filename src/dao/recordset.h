@@ -103,6 +103,7 @@ class Recordset {
     std::size_t visited_ = 0;
 
     Pending pending_ = Pending::none;
+    /// Of an edit only what was written; the rest of the row stays where it is until `Update`.
     jet::Row buffer_;
     std::vector<bool> written_;
 
@@ -110,7 +111,8 @@ class Recordset {
     mutable std::unordered_map<std::string, std::size_t> columns_;
 
     /// A reader on the current row, good until a move or a change of the store.
-    mutable std::unique_ptr<jet::RowReader> reader_;
+    mutable std::unique_ptr<jet::RowSeeker> reader_;
+    mutable bool reader_is_here_ = false;
     mutable std::size_t reader_age_ = 0;
 };
 

@@ -2,10 +2,18 @@
 
 #include <algorithm>
 
+#include "basic/run_time_error.h"
 #include "jet/damage.h"
 #include "jet/long_value.h"
 
 namespace tolva::jet {
+
+void StoredRow::go_to(RowId id) {
+    Record record = table_.find_row(id);
+    if (!record.page)
+        throw basic::RunTimeError(3167);
+    stand_on(std::move(record), id.page);
+}
 
 void StoredRow::stand_on(Record record, PageNumber page) {
     record_ = std::move(record);

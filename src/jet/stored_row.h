@@ -7,10 +7,11 @@
 namespace tolva::jet {
 
 /// Decodes the columns of one row, whose page it holds.
-class StoredRow final : public RowReader {
+class StoredRow final : public RowSeeker {
   public:
     explicit StoredRow(const StoredTable& table) : table_(table) {}
 
+    void go_to(RowId id) override;
     void stand_on(Record record, PageNumber page);
     Value value(std::size_t column) const override;
 

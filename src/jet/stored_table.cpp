@@ -98,20 +98,18 @@ Record StoredTable::find_row(RowId id) const {
         return {};
     if (view.flags(id.slot) & DataPageView::hidden_flag)
         return {};
-    const Record record{page, view.record(id.slot), view.flags(id.slot)};
-    return follow_moved_row(pager_, record, id.page);
+    const std::uint16_t flags = view.flags(id.slot);
+    Record record{std::move(page), view.record(id.slot), flags};
+    return flags ? follow_moved_row(pager_, std::move(record), id.page) : std::move(record);
 }
 
 bool StoredTable::exists(RowId id) const {
     return find_row(id).page != nullptr;
 }
 
-std::unique_ptr<RowReader> StoredTable::reader(RowId id) const {
-    Record record = find_row(id);
-    if (!record.page)
-        throw basic::RunTimeError(3167);
+std::unique_ptr<RowSeeker> StoredTable::reader(RowId id) const {
     auto row = std::make_unique<StoredRow>(*this);
-    row->stand_on(std::move(record), id.page);
+    row->go_to(id);
     return row;
 }
 

@@ -34,6 +34,13 @@ class RowReader {
     virtual Value value(std::size_t column) const = 0;
 };
 
+/// A reader that can be sent to any row, so that a walk by row ids needs only one.
+class RowSeeker : public RowReader {
+  public:
+    /// Error 3167 when the row is gone.
+    virtual void go_to(RowId id) = 0;
+};
+
 /// Walks the rows of a table in page and slot order. `next` goes to the following row and says whether there
 /// was one; a table that changes under a cursor is read as it then stands.
 class RowCursor : public RowReader {
@@ -70,7 +77,7 @@ class Table {
     virtual Row read(RowId id) const = 0;
     virtual bool exists(RowId id) const = 0;
     /// A reader on one row, error 3167 when it is gone.
-    virtual std::unique_ptr<RowReader> reader(RowId id) const = 0;
+    virtual std::unique_ptr<RowSeeker> reader(RowId id) const = 0;
     virtual std::unique_ptr<RowCursor> scan() const = 0;
 
     /// The rows whose first index columns equal `values` in the index's own sense of equality (text without

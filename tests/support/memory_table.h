@@ -59,14 +59,15 @@ class MemoryTable : public jet::Table {
     jet::Row read(jet::RowId id) const override { return stored(id); }
     bool exists(jet::RowId id) const override { return rows_.count(id) != 0; }
 
-    std::unique_ptr<jet::RowReader> reader(jet::RowId id) const override {
-        stored(id);
-        return std::make_unique<Cursor>(*this, rows_.find(id));
+    std::unique_ptr<jet::RowSeeker> reader(jet::RowId id) const override {
+        auto seeker = std::make_unique<Seeker>(*this);
+        seeker->go_to(id);
+        return seeker;
     }
 
     std::unique_ptr<jet::RowCursor> scan() const override {
         ++scans;
-        return std::make_unique<Cursor>(*this, rows_.end());
+        return std::make_unique<Cursor>(*this);
     }
 
     std::vector<jet::RowId> find(std::size_t index, std::span<const jet::Value> values) const override {
@@ -87,7 +88,7 @@ class MemoryTable : public jet::Table {
 
     class Cursor : public jet::RowCursor {
       public:
-        Cursor(const MemoryTable& table, Rows::const_iterator at) : table_(table), at_(at) {}
+        explicit Cursor(const MemoryTable& table) : table_(table) {}
 
         jet::Value value(std::size_t column) const override {
             ++table_.decoded[column];
@@ -104,6 +105,21 @@ class MemoryTable : public jet::Table {
         const MemoryTable& table_;
         Rows::const_iterator at_;
         bool started_ = false;
+    };
+
+    class Seeker : public jet::RowSeeker {
+      public:
+        explicit Seeker(const MemoryTable& table) : table_(table) {}
+
+        void go_to(jet::RowId id) override { row_ = &table_.stored(id); }
+        jet::Value value(std::size_t column) const override {
+            ++table_.decoded[column];
+            return (*row_)[column];
+        }
+
+      private:
+        const MemoryTable& table_;
+        const jet::Row* row_ = nullptr;
     };
 
     const jet::Row& stored(jet::RowId id) const {
