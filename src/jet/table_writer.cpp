@@ -11,6 +11,25 @@
 namespace tolva::jet {
 namespace {
 
+/// No row of these fields takes more, wherever its long values go.
+std::size_t longest_row(const Format& format, const TableDefinition& table,
+                        std::span<const StoredField> fields, std::size_t longest_inline) {
+    const std::size_t width = format.row.count_size;
+    std::size_t size = width * (table.variable_columns + 3u) + (table.most_columns + 7u) / 8;
+    std::size_t fixed = 0;
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        const Column& column = table.columns[i];
+        if (column.is_fixed())
+            fixed = std::max<std::size_t>(fixed, column.fixed_offset + column.length);
+        else if (column.is_long())
+            size += LongValueHead::size + std::min(fields[i].bytes.size(), longest_inline);
+        else
+            size += fields[i].bytes.size();
+    }
+    size += fixed;
+    return size + size / 256 + 1; // the jumps of rows that count in single bytes
+}
+
 RowId index_id(RecordPlace place) {
     return {place.page, place.slot};
 }
@@ -76,6 +95,9 @@ std::vector<StoredField> TableWriter::encode(const Row& row) const {
 std::vector<std::size_t> TableWriter::inside_limits(std::vector<StoredField>& fields) const {
     const Format& format = pager_.format();
     std::vector<std::size_t> limits(fields.size(), format.long_value.longest_inline);
+    // Nearly every row is far from the limit, and need not be laid out to see that.
+    if (longest_row(format, definition_, fields, format.long_value.longest_inline) <= format.data.longest_row)
+        return limits;
     std::vector<StoredField> shape = fields;
     std::vector<std::size_t> inside;
     for (std::size_t i = 0; i < fields.size(); ++i) {
@@ -199,9 +221,10 @@ void TableWriter::update(RecordPlace place, const Row& row) {
     const auto limits = inside_limits(fields);
     const Standing standing = find(place);
     const PageNumber where = standing.hops.back().page;
-    const auto old_keys = indexes_.keys_as_stored(indexed_values(where, standing.bytes));
+    const Row old_indexed = indexed_values(where, standing.bytes);
     const Row indexed = stored_values(fields);
     const auto keys = indexes_.keys(indexed);
+    const auto old_keys = old_indexed == indexed ? keys : indexes_.keys_as_stored(old_indexed);
     indexes_.check_unique(keys, &old_keys, indexed);
 
     statement([&] {
