@@ -54,16 +54,15 @@ void Grid::ColAlignment(int column, int alignment) {
 }
 
 void Grid::AddItem(const std::string& text) {
-    Cells cells = blank();
+    Cells& cells = rows_.emplace_back(blank());
     std::size_t start = 0;
     for (auto& cell : cells) {
         const std::size_t tab = text.find('\t', start);
-        cell = text.substr(start, tab == std::string::npos ? tab : tab - start);
+        cell.assign(text, start, tab == std::string::npos ? tab : tab - start);
         if (tab == std::string::npos)
             break;
         start = tab + 1;
     }
-    rows_.push_back(std::move(cells));
     ++revision_;
 }
 

@@ -165,7 +165,6 @@ prospect::prospect(module::Module& module)
     };
 
     saves_on_close_ = 2;
-    returns_on_close_ = 2;
 
     bind_navigation({Command6, Command7, Command8, Command9});
     bind_quick_search(Command10, enter_key);

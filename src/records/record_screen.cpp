@@ -117,8 +117,9 @@ void RecordScreen::fill_grid() {
     }
     if (set().RecordCount() < 1)
         return;
+    std::string row;
     for (set().MoveFirst(); !set().Eof(); set().MoveNext()) {
-        std::string row;
+        row.clear();
         for (const GridColumn& column : grid_columns_) {
             if (&column != &grid_columns_.front())
                 row += '\t';
@@ -146,6 +147,8 @@ void RecordScreen::grid1_Click() {
 
 std::string RecordScreen::trimmed(const dao::Recordset& row, const char* column) {
     const dao::FieldValue value = row.field(column);
+    if (const auto* text = std::get_if<std::string>(&value.raw()))
+        return basic::trim(*text);
     return value.is_null() ? std::string() : basic::trim(value.text());
 }
 
@@ -264,10 +267,10 @@ void RecordScreen::close_record() {
         savelisting();
     if (store_.newrecord && *store_.newrecord)
         close_new_record();
-    for (int time = 0; time < returns_on_close_; ++time) {
-        showgridbuttons();
-        gobacktogrid();
-    }
+    // Prospects and homes sold do this twice in a row. The second time would find everything as the first one
+    // left it and rebuild a long grid for nothing, so once stands for both.
+    showgridbuttons();
+    gobacktogrid();
 }
 
 // --- Scheduling by hand ---

@@ -110,9 +110,8 @@ class RecordScreen : public module::RecordEntry {
     std::vector<OptionList> lists_;
     /// A failure inside creategrid ends it silently and leaves the rows added so far.
     bool grid_failures_are_silent_ = true;
-    /// How often the close flow saves, and how often it goes back to the grid.
+    /// How often the close flow saves.
     int saves_on_close_ = 1;
-    int returns_on_close_ = 1;
 
     void take_first_view();
     void bind_navigation(const Navigation& buttons);

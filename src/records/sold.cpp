@@ -178,7 +178,6 @@ sold::sold(module::Module& module)
     };
 
     grid_failures_are_silent_ = false;
-    returns_on_close_ = 2;
 
     bind_navigation({Command6, Command7, Command8, Command9});
     bind_quick_search(Command4, search_key);

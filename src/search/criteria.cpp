@@ -83,6 +83,10 @@ bool run_search(module::Module& module, const Target& target, const std::string&
 }
 
 void show_found(const Target& target) {
+    if (!target.screen.loaded()) {
+        target.screen(); // its load opens the view and fills the grid
+        return;
+    }
     target.screen->cleargrid();
     target.screen->creategrid("normal");
 }
