@@ -498,6 +498,26 @@ TEST_F(Prospect, AStaleMarkOnARowWithoutADateAcquiredSurvives) {
     EXPECT_EQ(ids(), (Texts{"1", "2"}));
 }
 
+TEST_F(Prospect, AnAppointmentSavesTheRecordAndLinksToItAsAProspects) {
+    auto& module = desk.module();
+    module.appointment.make = [&module] { return std::make_unique<messages::appointment>(module); };
+    reopen_screen();
+    desk.choose(screen().m_newprospect);
+    desk.type(screen().first, " Ann ");
+    desk.type(screen().last, "Baker");
+    desk.type(screen().co_first, "Bill");
+    desk.type(screen().co_last, " Baker");
+    desk.type(screen().homephone, " 555 ");
+    desk.choose(screen().m_appointment);
+    EXPECT_EQ(stored().at("first"), "Ann");
+    EXPECT_EQ(module.appointmentlink, "21");
+    EXPECT_EQ(module.appointmentname, "Ann & Bill");
+    EXPECT_EQ(module.appointmentlast, "Baker");
+    EXPECT_EQ(module.appointmentphone, "555");
+    EXPECT_TRUE(module.appointment().visible());
+    EXPECT_TRUE(desk.host.boxes.empty());
+}
+
 TEST_F(Prospect, ALetterAndAReminderAreOfTheProspectsKinds) {
     desk.choose(screen().m_newprospect);
     desk.type(screen().first, "Ann");

@@ -458,7 +458,7 @@ TEST_F(Sold, EveryFieldSurvivesSavingAndLoading) {
     EXPECT_EQ(screen().includeinprinting.value, 0);
 }
 
-TEST_F(Sold, RemindersLettersAndAppointmentsAreOfTheSoldKinds) {
+TEST_F(Sold, RemindersAndLettersAreOfTheSoldKinds) {
     desk.module().settings.listing_counter = 41;
     desk.module().savepreferences();
     desk.choose(screen().m_newcustomer);
@@ -476,6 +476,25 @@ TEST_F(Sold, RemindersLettersAndAppointmentsAreOfTheSoldKinds) {
     EXPECT_EQ(messages[0].at("messagetype"), "3");
     EXPECT_EQ(messages[1].at("messagetype"), "7");
     EXPECT_EQ(messages[1].at("customerid"), "41");
+}
+
+TEST_F(Sold, AnAppointmentSavesTheRecordAndLinksToItAsASales) {
+    auto& module = desk.module();
+    module.appointment.make = [&module] { return std::make_unique<messages::appointment>(module); };
+    module.settings.listing_counter = 41;
+    module.savepreferences();
+    desk.click(screen().Command10);
+    module.sold().show();
+    desk.choose(screen().m_newcustomer);
+    desk.type(screen().first, "Ann");
+    desk.type(screen().last, "Baker");
+    desk.type(screen().co_first, "Bill");
+    desk.type(screen().co_last, "Cole");
+    desk.choose(screen().m_setappointment);
+    EXPECT_EQ(stored()[0].at("first"), "Ann");
+    EXPECT_EQ(module.appointmentlink, "341");
+    EXPECT_EQ(module.appointmentname, "Ann");
+    EXPECT_TRUE(module.appointment().visible());
 }
 
 TEST_F(Sold, TheNetIsLeftAloneByPriceAndRate) {
