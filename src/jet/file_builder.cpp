@@ -160,7 +160,8 @@ class FileBuilder {
         MapPages maps(pager_, space_);
         write_table_definition(pager_, space_, maps, page, table, false);
         add_object(page, tables_container, table.name, table_type, 0,
-                   write_column_properties(table, pager_.format()));
+                   table.properties.empty() ? write_column_properties(table, pager_.format())
+                                            : table.properties);
     }
 
     const Format& format_;

@@ -58,12 +58,14 @@ RecordStore::insert_into(PageNumber page, std::span<const std::uint8_t> record, 
 }
 
 RecordStore::Placed RecordStore::insert(std::span<const std::uint8_t> record, std::uint16_t flags) {
-    // Where nothing tells which pages have room, the last ones may.
-    std::vector<PageNumber> candidates =
-        maps_.free.page != 0 ? UsageMap(pager_, maps_.free, named_by_, UsageMap::Kind::free).pages()
-                             : UsageMap(pager_, maps_.owned, named_by_, UsageMap::Kind::owned).pages();
+    // Where nothing tells which pages have room, the last ones may; where order counts, the last one.
+    const bool told = maps_.free.page != 0 && !keeps_order_;
+    std::vector<PageNumber> candidates = UsageMap(pager_, told ? maps_.free : maps_.owned, named_by_,
+                                                  told ? UsageMap::Kind::free : UsageMap::Kind::owned)
+                                             .pages();
+    const std::size_t most = keeps_order_ ? 1 : most_candidates;
     std::size_t looked_at = 0;
-    while (!candidates.empty() && looked_at++ < most_candidates) {
+    while (!candidates.empty() && looked_at++ < most) {
         const PageNumber page = candidates.back();
         candidates.pop_back();
         if (const auto place = insert_into(page, record, flags))

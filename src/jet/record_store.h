@@ -28,6 +28,8 @@ class RecordStore {
     };
     /// Puts a record on the last page that has room for it, or on a new one.
     Placed insert(std::span<const std::uint8_t> record, std::uint16_t flags = 0);
+    /// From now on `insert` leaves earlier pages alone, so that records stand in the order of their coming.
+    void keep_order() { keeps_order_ = true; }
     /// Puts it on a new page.
     Placed insert_on_new_page(std::span<const std::uint8_t> record, std::uint16_t flags = 0);
 
@@ -52,6 +54,7 @@ class RecordStore {
     Maps maps_;
     std::uint32_t owner_;
     PageNumber named_by_;
+    bool keeps_order_ = false;
 };
 
 } // namespace tolva::jet

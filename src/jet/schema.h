@@ -62,6 +62,9 @@ struct TableSchema {
     std::vector<IndexSchema> indexes;
     /// In which texts of the table's file are compared and sorted; the file's version tells.
     TextOrder text_order = TextOrder::general_jet4;
+    /// Properties of the table and its columns, in the catalog's own form. A new table without any gets those
+    /// that its columns' rules need.
+    std::vector<std::uint8_t> properties = {};
 };
 
 } // namespace tolva::jet

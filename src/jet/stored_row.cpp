@@ -48,11 +48,14 @@ bool TableScan::next_page() {
     if (place_ == pages_.size())
         return false;
     number_ = pages_[place_++];
+    // Whoever goes on after an error here goes on with the page behind this one.
+    view_.reset();
     page_ = table_.pager_.read(number_);
-    view_.emplace(table_.pager_.format(), table_.pager_.path(), number_, *page_);
-    if (view_->owner() != table_.definition_.page)
+    const DataPageView view(table_.pager_.format(), table_.pager_.path(), number_, *page_);
+    if (view.owner() != table_.definition_.page)
         damaged(table_.pager_.path(), number_,
                 "belongs to another table than page " + std::to_string(table_.definition_.page) + " says");
+    view_.emplace(view);
     slot_ = 0;
     return true;
 }

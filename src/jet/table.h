@@ -42,7 +42,8 @@ class RowSeeker : public RowReader {
 };
 
 /// Walks the rows of a table in page and slot order. `next` goes to the following row and says whether there
-/// was one; a table that changes under a cursor is read as it then stands.
+/// was one; a table that changes under a cursor is read as it then stands. After an error on a damaged page or
+/// row it goes on behind that.
 class RowCursor : public RowReader {
   public:
     virtual bool next() = 0;

@@ -31,6 +31,9 @@ class TableWriter {
     void update(RecordPlace place, const Row& row);
     void erase(RecordPlace place);
 
+    /// From now on rows stand in the order of their coming.
+    void keep_order() { rows_.keep_order(); }
+
     const TableIndexes& indexes() const { return indexes_; }
 
   private:

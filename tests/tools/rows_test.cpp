@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "tools/tolva_data.h"
 
 namespace tolva::tools {
@@ -113,6 +115,36 @@ TEST_F(Rows, ATextOfDaysIsADateBeyondTheCalendar) {
     const std::string file = make("days.mdb", "table t\nday date\n");
     output({"load", file, "t"}, "day\n3000000.25\n2026-11-20\n46346.5\n");
     EXPECT_EQ(output({"dump", file, "t"}), "day\n3000000.25\n2026-11-20 00:00:00\n2026-11-20 12:00:00\n");
+}
+
+TEST_F(Rows, ADumpGoesOnPastARowThatCannotBeRead) {
+    const std::string file = make("four.mdb", customers);
+    output({"load", file, "table"}, "id\tnote\n1\tshort\n2\t" + std::string(6000, 'm') + "\n3\tlast\n");
+    const auto result = run({"dump", write("damaged.mdb", spoil_long_note(file, 'm')), "table"});
+    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.out, "id\tname\tprice\tsold\tday\tnote\n"
+                          "1\t\\N\t\\N\t0\t\\N\tshort\n"
+                          "3\t\\N\t\\N\t0\t\\N\tlast\n");
+    EXPECT_EQ(result.err.substr(0, 12), "tolva-data: ");
+    EXPECT_NE(result.err.find("damaged.mdb'"), std::string::npos) << result.err;
+    EXPECT_NE(result.err.find("Page "), std::string::npos) << result.err;
+    EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
+}
+
+TEST_F(Rows, ADumpGoesOnPastAPageThatCannotBeRead) {
+    const std::string file = make("many.mdb", "table t\nname text 255\n");
+    std::string rows = "name\n";
+    for (int i = 0; i < 60; ++i)
+        rows += "row " + std::to_string(i) + std::string(200, '.') + "\n";
+    output({"load", file, "t"}, rows);
+    std::string bytes = support::file_content(file);
+    bytes[bytes.find("row 25.") / 4096 * 4096 + 4] = 99; // whose page it is
+    const auto result = run({"dump", write("damaged.mdb", bytes), "t"});
+    EXPECT_EQ(result.code, 1);
+    EXPECT_NE(result.out.find("row 0."), std::string::npos);
+    EXPECT_EQ(result.out.find("row 25."), std::string::npos);
+    EXPECT_NE(result.out.find("row 59."), std::string::npos);
+    EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
 }
 
 TEST_F(Rows, AQueryGivesItsColumnsAndItsOrder) {

@@ -39,6 +39,18 @@ class TolvaData : public testing::Test {
         return path;
     }
 
+    /// The content of a file whose page of a long note has no kind that there is. The note is of one letter,
+    /// and too long to be compressed.
+    static std::string spoil_long_note(const std::string& file, char letter) {
+        std::string bytes = support::file_content(file), piece;
+        for (int i = 0; i < 500; ++i)
+            piece += {letter, '\0'};
+        const std::size_t at = bytes.find(piece);
+        EXPECT_NE(at, std::string::npos);
+        bytes[at == std::string::npos ? 0 : at / 4096 * 4096] = 9;
+        return bytes;
+    }
+
     support::TemporaryFolder folder;
 };
 

@@ -9,7 +9,8 @@ TEST_F(Usage, HelpNamesEveryCommand) {
     const std::string help = output({"--help"});
     for (const char* command :
          {"tables FILE", "schema FILE", "dump FILE TABLE", "query FILE QUERY", "load FILE TABLE",
-          "set FILE QUERY COLUMN=VALUE...", "delete FILE QUERY", "make FILE SCHEMA", "check FILE..."}) {
+          "set FILE QUERY COLUMN=VALUE...", "delete FILE QUERY", "make FILE SCHEMA", "compact FILE NEW",
+          "backup FOLDER TARGET", "check FILE..."}) {
         EXPECT_NE(help.find(std::string("  ") + command + "\n"), std::string::npos) << command;
     }
 }
@@ -45,7 +46,8 @@ TEST_F(Usage, AFailureEndsWithOneAndSaysWhatFailed) {
                                                   {"query", absent, "select * from [table]"},
                                                   {"load", absent, "table"},
                                                   {"set", absent, "select * from [table]", "a=1"},
-                                                  {"delete", absent, "select * from [table]"}}) {
+                                                  {"delete", absent, "select * from [table]"},
+                                                  {"compact", absent, folder.file("new.mdb")}}) {
         const auto result = run(words);
         EXPECT_EQ(result.code, 1) << words[0];
         EXPECT_EQ(result.err, "tolva-data: Could not find file '" + absent + "'.\n") << words[0];

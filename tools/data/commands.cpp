@@ -7,10 +7,12 @@
 #include "basic/run_time_error.h"
 #include "basic/text.h"
 #include "dao/database.h"
+#include "data/backup.h"
 #include "data/schema_text.h"
 #include "data/table_text.h"
 #include "jet/check.h"
 #include "jet/database.h"
+#include "jet/rebuild.h"
 #include "sql/select.h"
 
 namespace tolva::data {
@@ -36,14 +38,21 @@ void write_header(std::ostream& out, const jet::TableSchema& schema, std::span<c
     out << '\n';
 }
 
+/// A row is printed whole or not at all.
 void write_row(std::ostream& out, const jet::TableSchema& schema, std::span<const std::size_t> columns,
                const jet::RowReader& row) {
-    std::string_view separator;
+    std::string line;
     for (const std::size_t column : columns) {
-        out << separator << field_to_text(schema.columns[column], row.value(column));
-        separator = "\t";
+        line += field_to_text(schema.columns[column], row.value(column));
+        line += '\t';
     }
-    out << '\n';
+    if (!line.empty())
+        line.back() = '\n';
+    out << line;
+}
+
+void tell(std::ostream& err, const std::string& text) {
+    err << "tolva-data: " << text << '\n';
 }
 
 std::vector<std::size_t> all_columns(const jet::TableSchema& schema) {
@@ -78,9 +87,18 @@ ExitCode dump(Surroundings& with, const Arguments& arguments) {
     const jet::Table& table = file->table(arguments[1]);
     const auto columns = all_columns(table.schema());
     write_header(with.out, table.schema(), columns);
-    for (const auto rows = table.scan(); rows->next();)
-        write_row(with.out, table.schema(), columns, *rows);
-    return exit_success;
+    // What cannot be read is told, and the rest is printed all the same.
+    ExitCode code = exit_success;
+    for (const auto rows = table.scan();;) {
+        try {
+            if (!rows->next())
+                return code;
+            write_row(with.out, table.schema(), columns, *rows);
+        } catch (const RunTimeError& error) {
+            tell(with.err, error.text());
+            code = exit_failure;
+        }
+    }
 }
 
 ExitCode query(Surroundings& with, const Arguments& arguments) {
@@ -201,6 +219,18 @@ ExitCode load(Surroundings& with, const Arguments& arguments) {
     return exit_success;
 }
 
+ExitCode compact(Surroundings& with, const Arguments& arguments) {
+    for (const std::string& name : jet::rebuild(with.disk, arguments[0], arguments[1]))
+        tell(with.err, "the new file goes without '" + name + "', which is no table");
+    return exit_success;
+}
+
+ExitCode backup(Surroundings& with, const Arguments& arguments) {
+    const std::size_t count = back_up(with.disk, arguments[0], arguments[1]);
+    with.out << count << (count == 1 ? " file" : " files") << " copied\n";
+    return exit_success;
+}
+
 struct Assignment {
     std::string column;
     jet::Value value;
@@ -301,6 +331,17 @@ constexpr Command all_commands[] = {
      "A VALUE is written as a field of a row's text (see `dump`): \\N is null.\n", 3, any_number, set},
     {"delete", "FILE QUERY", "deletes every row of a query, all of them or none", "", 2, 2, erase},
     {"make", "FILE SCHEMA", "makes a new file with empty tables from a schema text", schema_help, 2, 2, make},
+    {"compact", "FILE NEW", "makes a new file with the tables of another, without what deletions left behind",
+     "Tables, columns, properties, indexes, rows and their order are those of FILE, which is only read; what "
+     "is "
+     "no\ntable (a stored query, a relationship) is named and left out. NEW must not exist.\n",
+     2, 2, compact},
+    {"backup", "FOLDER TARGET",
+     "copies a program folder's files as of one moment, while the program runs or not",
+     "FOLDER is a program folder, of which data/ and letters/ are copied, or a data folder. TARGET is made, "
+     "or "
+     "is\nan empty folder.\n",
+     2, 2, backup},
     {"check", "FILE...", "checks files' structure: a line for each finding, and failure if there is any", "",
      1, any_number, check},
 };

@@ -17,6 +17,7 @@ struct Surroundings {
     files::FileSystem& disk;
     std::istream& in;
     std::ostream& out;
+    std::ostream& err; ///< for what is worth telling of a command that goes on
     int year;
 };
 

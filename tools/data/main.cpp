@@ -64,7 +64,7 @@ int run(const std::vector<std::string>& words) {
     }
 
     const auto disk = tolva::files::make_disk();
-    tolva::data::Surroundings with{*disk, std::cin, std::cout, current_year()};
+    tolva::data::Surroundings with{*disk, std::cin, std::cout, std::cerr, current_year()};
     return command->run(with, arguments);
 }
 
