@@ -9,7 +9,7 @@ TEST_F(Usage, HelpNamesEveryCommand) {
     const std::string help = output({"--help"});
     for (const char* command :
          {"tables FILE", "schema FILE", "dump FILE TABLE", "query FILE QUERY", "load FILE TABLE",
-          "set FILE QUERY COLUMN=VALUE...", "delete FILE QUERY", "make FILE SCHEMA", "compact FILE NEW",
+          "set FILE QUERY COLUMN=VALUE...", "delete FILE QUERY", "make FILE SCHEMA [97]", "compact FILE NEW",
           "backup FOLDER TARGET", "check FILE..."}) {
         EXPECT_NE(help.find(std::string("  ") + command + "\n"), std::string::npos) << command;
     }

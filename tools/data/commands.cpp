@@ -149,7 +149,13 @@ ExitCode make(Surroundings& with, const Arguments& arguments) {
     const files::Bytes text = files::read_whole(with.disk, arguments[1]);
     const auto schemas =
         parse_schema({reinterpret_cast<const char*>(text.data()), text.size()}, arguments[1]);
-    jet::Database::create(with.disk, arguments[0], schemas);
+    auto version = jet::Format::Version::jet4;
+    if (arguments.size() > 2) {
+        if (arguments[2] != "97")
+            throw RunTimeError::with_text(5, "no version \"" + arguments[2] + "\"; the older one is 97");
+        version = jet::Format::Version::jet3;
+    }
+    jet::Database::create(with.disk, arguments[0], schemas, version);
     return exit_success;
 }
 
@@ -316,9 +322,9 @@ constexpr std::string_view schema_help = "The text, one thing a line:\n\n"
                                          "date, binary N (bytes), text N (characters),\n"
                                          "memo, ole, guid, numeric P S (digits, of these behind the point). "
                                          "Column options: required, nozerolength,\n"
-                                         "counter, fixed. Index options: primary, unique, ignorenulls, "
-                                         "required. A name goes between brackets when\n"
-                                         "it is more than one plain word.\n";
+                                         "counter, fixed, default [EXPRESSION]. Index options: primary, "
+                                         "unique, ignorenulls, required. A name goes\n"
+                                         "between brackets when it is more than one plain word.\n";
 
 constexpr Command all_commands[] = {
     {"tables", "FILE", "lists the tables with their rows, columns and indexes", "", 1, 1, tables},
@@ -330,7 +336,9 @@ constexpr Command all_commands[] = {
      "changes columns in every row of a query, in all of them or in none",
      "A VALUE is written as a field of a row's text (see `dump`): \\N is null.\n", 3, any_number, set},
     {"delete", "FILE QUERY", "deletes every row of a query, all of them or none", "", 2, 2, erase},
-    {"make", "FILE SCHEMA", "makes a new file with empty tables from a schema text", schema_help, 2, 2, make},
+    {"make", "FILE SCHEMA [97]",
+     "makes a new file, or one of the older version, with empty tables from a schema text", schema_help, 2, 3,
+     make},
     {"compact", "FILE NEW", "makes a new file with the tables of another, without what deletions left behind",
      "Tables, columns, properties, indexes, rows and their order are those of FILE, which is only read; what "
      "is "

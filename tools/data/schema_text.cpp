@@ -182,6 +182,8 @@ void read_column(Line& line, jet::TableSchema& table) {
             if (column.type != ColumnType::text)
                 line.fail("only a text can be fixed");
             column.fixed_length = true;
+        } else if (line.accept("default")) {
+            column.default_value = line.name("a default, between brackets,");
         } else {
             line.fail("\"" + line.peek()->text + "\" is no option of a column");
         }
@@ -263,6 +265,9 @@ std::string column_text(const jet::ColumnSchema& column, std::size_t width) {
         text += " counter";
     if (column.fixed_length)
         text += " fixed";
+    // One that holds a closing bracket has no form here.
+    if (!column.default_value.empty() && column.default_value.find(']') == std::string::npos)
+        text += " default [" + column.default_value + "]";
     return text + "\n";
 }
 
