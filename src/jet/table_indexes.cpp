@@ -5,6 +5,7 @@
 #include "basic/run_time_error.h"
 #include "jet/bytes.h"
 #include "jet/damage.h"
+#include "jet/text_codec.h"
 
 namespace tolva::jet {
 namespace {
@@ -62,6 +63,10 @@ void MappedIndexPages::release(PageNumber page) {
 
 TableIndexes::TableIndexes(Pager& pager, PageSpace& space, const TableDefinition& definition)
     : pager_(pager), space_(space), definition_(definition) {
+    if (const Format& format = pager.format();
+        format.character_size == 1 && !knows_code_page(format.code_page))
+        hindrance_ = "texts are in code page " + std::to_string(format.code_page) +
+                     ", which is not known, so rows can be read but not changed";
     for (const RealIndex& index : definition.real_indexes) {
         std::vector<KeyPart> parts;
         bool understood = true;

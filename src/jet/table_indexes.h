@@ -40,7 +40,7 @@ class TableIndexes {
 
     TableIndexes(Pager& pager, PageSpace& space, const TableDefinition& definition);
 
-    /// Empty when every index can be kept; else why not (a text order that is not known).
+    /// Empty when rows can be written; else why not (a text order or a code page that is not known).
     const std::string& hindrance() const { return hindrance_; }
     /// Whether this index's keys are known to us.
     bool understands(std::size_t index) const { return understood_[index]; }

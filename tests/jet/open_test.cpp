@@ -22,8 +22,8 @@ TableSchema one_table() {
     return table;
 }
 
-files::Bytes small_file() {
-    JetFile file({one_table()});
+files::Bytes small_file(Format::Version version = Format::Version::jet4) {
+    JetFile file({one_table()}, version);
     for (int i = 0; i < 30; ++i)
         file.table("Table").insert({std::int64_t{i}, "name " + std::to_string(i),
                                     std::string(static_cast<std::size_t>(i) * 300, 'm')});
@@ -75,6 +75,57 @@ TEST(Open, APasswordOrEncodedPagesAre3031) {
     EXPECT_EQ(opening_error(with_header(file, [](std::uint8_t* page) { page[0x42] ^= 'a'; })), 3031);
     EXPECT_EQ(opening_error(with_header(file, [](std::uint8_t* page) { page[0x42 + 39] ^= 1; })), 3031);
     EXPECT_EQ(opening_error(with_header(file, [](std::uint8_t* page) { put32(page + 0x3e, 0x1234); })), 3031);
+}
+
+/// A file of the older version whose header, unmasked, was changed.
+files::Bytes older_file(const std::function<void(std::uint8_t*)>& change) {
+    files::Bytes content = small_file(Format::Version::jet3);
+    mask_header(jet3_format, content);
+    change(content.data());
+    mask_header(jet3_format, content);
+    return content;
+}
+
+TEST(OpenOlder, APasswordOrEncodedPagesAre3031AndNothingIsTouched) {
+    EXPECT_EQ(opening_error(older_file([](std::uint8_t*) {})), 0);
+    for (const auto& locked : {older_file([](std::uint8_t* page) { page[0x42] = 'a'; }),
+                               older_file([](std::uint8_t* page) { page[0x42 + 19] = 1; }),
+                               older_file([](std::uint8_t* page) { put32(page + 0x3e, 0x1234); })}) {
+        const auto disk = files::make_memory_disk();
+        disk->open("a.mdb", files::OpenMode::create)->write(0, locked);
+        EXPECT_EQ(error_of([&] { Database::open(*disk, "a.mdb"); }), 3031);
+        EXPECT_EQ(files::read_whole(*disk, "a.mdb"), locked);
+        EXPECT_FALSE(disk->exists("a.mdb-journal"));
+    }
+}
+
+TEST(OpenOlder, TheCommitBytesStandAt600AndThoseOfOthersStay) {
+    files::Bytes file = small_file(Format::Version::jet3);
+    EXPECT_EQ(get16(file.data() + 0x600), 0x0100);
+    put16(file.data() + 0x600, 0);
+    put16(file.data() + 0x602, 0x010a);
+    JetFile opened(file);
+    opened.table("Table").insert({std::int64_t{99}, std::string("x"), {}});
+    opened.database().commit();
+    EXPECT_EQ(get16(opened.content().data() + 0x600), 0x0100);
+    EXPECT_EQ(get16(opened.content().data() + 0x602), 0x010a);
+}
+
+TEST(OpenOlder, TextsOfAnUnknownCodePageAreReadAsFarAsTheyGoAndNotWritten) {
+    JetFile file(older_file([](std::uint8_t* page) { put16(page + 0x3c, 932); }));
+    Table& table = file.table("Table");
+    const auto rows = support::all_rows(table);
+    ASSERT_EQ(rows.size(), 30u);
+    EXPECT_EQ(rows[7][1], Value(std::string("name 7")));
+    EXPECT_EQ(error_of([&] { table.insert({std::int64_t{99}, std::string("x"), {}}); }), 3027);
+}
+
+TEST(OpenOlder, TextsOfAnotherCodePageAreReadAndTheirIndexesLeftAlone) {
+    JetFile file(older_file([](std::uint8_t* page) { put16(page + 0x3c, 1251); }));
+    Table& table = file.table("Table");
+    EXPECT_EQ(support::all_rows(table).size(), 30u);
+    EXPECT_EQ(error_of([&] { table.insert({std::int64_t{99}, std::string("x"), {}}); }), 3027);
+    EXPECT_EQ(findings(file.database()), "");
 }
 
 TEST(Open, APasswordIsMaskedByTheFilesBirth) {
@@ -245,6 +296,7 @@ TEST(Create, TwoTablesOfOneNameAreRefused) {
 class Hostile : public testing::Test {
   protected:
     static void spoil(const files::Bytes& good, int rounds, unsigned seed) {
+        const std::size_t page_size = good.at(0x14) == 0 ? 2048 : 4096; // by its version
         unsigned random = seed;
         const auto next = [&](std::size_t below) {
             random = random * 1664525 + 1013904223;
@@ -258,7 +310,7 @@ class Hostile : public testing::Test {
                 // Near the head of a page, where pointers and counts stand, as often as anywhere.
                 std::size_t at = next(content.size());
                 if (next(2) == 0)
-                    at = at / 4096 * 4096 + next(120);
+                    at = at / page_size * page_size + next(120);
                 static constexpr std::uint8_t odd[] = {0, 1, 0x7f, 0x80, 0xff, 0x40, 0xc0};
                 content[at] = next(2) == 0 ? odd[next(sizeof odd)] : static_cast<std::uint8_t>(next(256));
             }
@@ -300,6 +352,15 @@ class Hostile : public testing::Test {
 
 TEST_F(Hostile, OurOwnFileSpoiltAtRandomNeverCrashes) {
     spoil(small_file(), 600, 1);
+}
+
+TEST_F(Hostile, OurOwnOlderFileSpoiltAtRandomNeverCrashes) {
+    spoil(small_file(Format::Version::jet3), 300, 2);
+}
+
+TEST_F(Hostile, AnOlderFileSpoiltAtRandomNeverCrashes) {
+    TOLVA_NEEDS_SAMPLE("mdb/overflowTestV1997.mdb");
+    spoil_sample("mdb/overflowTestV1997.mdb", 200);
 }
 
 TEST_F(Hostile, AnOverflowingFileSpoiltAtRandomNeverCrashes) {

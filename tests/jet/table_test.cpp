@@ -606,6 +606,34 @@ TEST_P(EachTable, ADefinitionMaySpanPages) {
     EXPECT_EQ(findings(file.database()), "");
 }
 
+TEST_P(EachTable, AFileOutgrowsTheWindowsOfItsMaps) {
+    TableSchema schema;
+    schema.name = "Large";
+    schema.columns = {column("id", ColumnType::long_integer), column("object", ColumnType::ole)};
+    schema.indexes = {support::index("id", {"id"})};
+    JetFile file({schema}, GetParam());
+    Table& table = file.table("Large");
+    std::vector<RowId> ids;
+    const Bytes object(3 * format().page_size, 0x5a);
+    const std::size_t window = (format().map.inline_size - 5) * 8;
+    for (std::size_t i = 0; i < window / 3 + 100; ++i)
+        ids.push_back(table.insert({static_cast<std::int64_t>(i), object}));
+    file.reopen();
+    EXPECT_GT(file.page_count(), window);
+    EXPECT_EQ(findings(file.database()), "");
+    Table& again = file.table("Large");
+    for (std::size_t i = 0; i < ids.size(); i += 2)
+        again.erase(ids[i]);
+    EXPECT_EQ(std::get<Bytes>(again.read(ids[1])[1]), object);
+    EXPECT_EQ(findings(file.database()), "");
+    const std::size_t pages = file.page_count();
+    for (std::size_t i = 0; i < ids.size(); i += 2)
+        again.insert({static_cast<std::int64_t>(i), object});
+    file.database().commit();
+    EXPECT_LE(file.page_count(), pages + 2) << "what was given back is used again";
+    EXPECT_EQ(findings(file.database()), "");
+}
+
 TEST_P(EachTable, AReadOnlyFileIsReadAndNotWritten) {
     JetFile file({plain_table()}, GetParam());
     file.table("Plain").insert(plain_row(1, "one"));
