@@ -1,4 +1,5 @@
 #include "desktop/control_bindings.h"
+#include "desktop/document_bindings.h"
 #include "desktop/form.h"
 #include "desktop/text.h"
 #include "desktop/text_bindings.h"
@@ -32,6 +33,12 @@ std::unique_ptr<Binding> bind(Form& form, platform::Control& control) {
         binding = std::make_unique<TabBinding>(form, *tabs);
     } else if (auto* chart = dynamic_cast<platform::Chart*>(&control)) {
         binding = std::make_unique<ChartBinding>(form, *chart);
+    } else if (auto* rich = dynamic_cast<platform::RichTextBox*>(&control)) {
+        binding = std::make_unique<RichTextBinding>(form, *rich);
+    } else if (auto* tools = dynamic_cast<platform::ToolBar*>(&control)) {
+        binding = std::make_unique<ToolBarBinding>(form, *tools);
+    } else if (auto* status = dynamic_cast<platform::StatusBar*>(&control)) {
+        binding = std::make_unique<StatusBinding>(form, *status);
     }
     if (binding)
         binding->widget()->setObjectName(to_qt(control.object_name()));

@@ -191,6 +191,7 @@ MenuBinding::MenuBinding(Form& form, platform::MenuEntry& control, QWidget& abov
         });
     }
     action_->setObjectName(to_qt(control.object_name()));
+    action_->setSeparator(control.caption == "-");
     // Whatever an entry is called, no platform may take it for its own "Quit" or "Preferences".
     action_->setMenuRole(QAction::NoRole);
 }

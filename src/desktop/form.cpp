@@ -5,10 +5,13 @@
 #include <QCloseEvent>
 #include <QFocusEvent>
 #include <QLayout>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <algorithm>
 
 #include "desktop/input_watch.h"
 #include "desktop/text.h"
+#include "platform/document_frame.h"
 
 namespace tolva::desktop {
 
@@ -131,6 +134,8 @@ void Form::detach() {
 }
 
 bool Form::event(QEvent* event) {
+    if (event->type() == QEvent::WindowStateChange)
+        follow_place();
     if (event->type() == QEvent::WindowActivate) {
         draws_attention = false;
         if (on_activated)
@@ -143,6 +148,48 @@ void Form::closeEvent(QCloseEvent* event) {
     // The window goes when the screen says so.
     event->ignore();
     act([this](platform::Runtime& runtime) { runtime.close(*screen_); });
+}
+
+// --- The window's place ---
+
+double Form::pixels_a_twip() const {
+    constexpr double twips_an_inch = 1440;
+    return logicalDpiX() / twips_an_inch;
+}
+
+/// Screens that care are told where their windows are.
+void Form::follow_place() {
+    if (!screen_ || !isVisible())
+        return;
+    screen_->minimised = isMinimized();
+    if (!screen_->place || isMinimized() || isMaximized() || isFullScreen())
+        return;
+    const auto twips = [this](int pixels) { return qRound(pixels / pixels_a_twip()); };
+    screen_->place = {twips(x()), twips(y()), twips(width()), twips(height())};
+}
+
+void Form::moveEvent(QMoveEvent* event) {
+    QWidget::moveEvent(event);
+    follow_place();
+}
+
+void Form::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    follow_place();
+}
+
+// --- Documents ---
+
+void Form::set_documents(QMdiArea* area) {
+    documents_ = area;
+    connect(area, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* window) {
+        auto* const form = window ? dynamic_cast<Form*>(window->widget()) : nullptr;
+        if (!form || updating() || !form->platform_screen())
+            return;
+        auto* const document = dynamic_cast<platform::DocumentScreen*>(form->platform_screen());
+        if (document && document->frame().active_document() != document)
+            act([&](platform::Runtime& runtime) { runtime.turn_to(*document); });
+    });
 }
 
 // --- The focus ---

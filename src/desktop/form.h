@@ -11,6 +11,8 @@
 #include "desktop/event_state.h"
 #include "platform/runtime.h"
 
+class QMdiArea;
+
 namespace tolva::desktop {
 
 /// The window of one loaded screen. What it holds is made by a `FormBuilder`; here stands how it lives: user
@@ -45,6 +47,7 @@ class Form : public QWidget {
     /// The screen goes, and its controls with it.
     void detach();
 
+    double pixels_a_twip() const;
     /// The size that shows everything, with what was changed since the last layout taken into account.
     QSize wanted_size();
 
@@ -71,6 +74,10 @@ class Form : public QWidget {
     /// Controls that have no widget, as the user has no business with them.
     void leave_out(const platform::Control& control) { left_out_.push_back(&control); }
 
+    /// The room for the documents of a frame.
+    void set_documents(QMdiArea* area);
+    QMdiArea* documents() const { return documents_; }
+
     // --- For looking at ---
 
     Binding* binding_of(const platform::Control& control) const;
@@ -82,6 +89,8 @@ class Form : public QWidget {
   protected:
     bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     void watch(QWidget* widget, Binding* binding);
@@ -89,6 +98,7 @@ class Form : public QWidget {
     bool can_have_focus(const platform::Control& control) const;
     bool was_clicked(const Binding& binding) const;
     void turn_page();
+    void follow_place();
 
     platform::Screen* screen_;
     EventState& state_;
@@ -99,6 +109,7 @@ class Form : public QWidget {
     std::vector<const platform::Control*> left_out_;
     Pages pages_;
     platform::Control* first_ = nullptr;
+    QMdiArea* documents_ = nullptr;
 
     /// The screen's active control when Qt's focus was last brought to it.
     const platform::Control* followed_ = nullptr;

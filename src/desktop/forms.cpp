@@ -31,6 +31,11 @@ constexpr Layout layouts[] = {
     {"appointment", build_appointment},
     {"graph", build_graph},
     {"paymentcalculator", build_paymentcalculator},
+    {"letter", build_letter},
+    {"instructions", build_instructions},
+    {"followupletters", build_followupletters},
+    {"frmMain", build_frmmain},
+    {"frmDocument", build_frmdocument},
 };
 
 } // namespace

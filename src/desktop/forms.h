@@ -25,6 +25,11 @@ void build_planner(FormBuilder& builder);
 void build_appointment(FormBuilder& builder);
 void build_graph(FormBuilder& builder);
 void build_paymentcalculator(FormBuilder& builder);
+void build_letter(FormBuilder& builder);
+void build_instructions(FormBuilder& builder);
+void build_followupletters(FormBuilder& builder);
+void build_frmmain(FormBuilder& builder);
+void build_frmdocument(FormBuilder& builder);
 
 /// The window of a screen, laid out by the screen's name and not shown yet.
 std::unique_ptr<Form> make_form(platform::Screen& screen, EventState& state);

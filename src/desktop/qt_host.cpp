@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QFileDialog>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMimeData>
 #include <QScreen>
 #include <QWindow>
@@ -29,7 +31,11 @@ QtHost::QtHost(files::FileSystem& disk, const QString& settings_file)
     printer_.use(load_print_target(settings_));
 }
 
-QtHost::~QtHost() = default;
+QtHost::~QtHost() {
+    // Documents ahead of the frames that they live in.
+    while (!windows_.empty())
+        windows_.pop_back();
+}
 
 // --- The clock ---
 
@@ -120,6 +126,10 @@ void QtHost::refresh() {
         std::stable_partition(showing.begin(), showing.end(), [](const Showing& shown) {
             return shown.mode == platform::ShowMode::activate;
         });
+        // A frame comes up ahead of its documents.
+        std::stable_partition(showing.begin(), showing.end(), [](const Showing& shown) {
+            return !dynamic_cast<platform::DocumentScreen*>(shown.screen);
+        });
         for (const Showing& shown : showing)
             present(*form_of(*shown.screen), shown.mode);
         if (QWidget* const modal = QApplication::activeModalWidget(); modal && !showing.empty())
@@ -162,6 +172,12 @@ void QtHost::remove_windows() {
 }
 
 void QtHost::take_down(Form& form) {
+    if (auto* const inside = qobject_cast<QMdiSubWindow*>(form.parentWidget())) {
+        inside->hide();
+        form.setParent(nullptr);
+        inside->deleteLater();
+        return;
+    }
     const bool was_modal = form.isModal();
     form.hide();
     if (!was_modal || behind_modal_.empty())
@@ -171,7 +187,24 @@ void QtHost::take_down(Form& form) {
     behind_modal_.pop_back();
 }
 
+void QtHost::present_document(Form& form, const platform::DocumentScreen& document) {
+    QMdiArea* const area = form_of(document.frame())->documents();
+    auto* inside = qobject_cast<QMdiSubWindow*>(form.parentWidget());
+    if (!inside) {
+        inside = area->addSubWindow(&form);
+        const QSize wanted = form.wanted_size() + QSize(2, form.fontMetrics().height() * 2);
+        inside->resize(wanted.boundedTo(area->size() * 0.9).expandedTo(inside->minimumSizeHint()));
+        form.show();
+        inside->show();
+    }
+    area->setActiveSubWindow(inside);
+}
+
 void QtHost::present(Form& form, platform::ShowMode mode) {
+    if (const auto* document = dynamic_cast<platform::DocumentScreen*>(form.platform_screen())) {
+        present_document(form, *document);
+        return;
+    }
     const bool activate = mode == platform::ShowMode::activate;
     const bool modal = form.platform_screen()->modal();
     form.setAttribute(Qt::WA_ShowWithoutActivating, !activate);
@@ -202,6 +235,10 @@ void QtHost::present(Form& form, platform::ShowMode mode) {
 void QtHost::size_and_place(Form& form, platform::ShowMode mode) const {
     const int title_bar = form.fontMetrics().height() * 2;
     const QRect room = form.QWidget::screen()->availableGeometry().adjusted(0, 0, 0, -title_bar);
+    if (const auto place = form.platform_screen()->place) {
+        put_back(form, *place);
+        return;
+    }
     if (!form.testAttribute(Qt::WA_Resized))
         form.resize(form.wanted_size().boundedTo(room.size()));
 
@@ -227,6 +264,18 @@ void QtHost::size_and_place(Form& form, platform::ShowMode mode) const {
         place = first + QPoint(title_bar * (card % in_a_row) + title_bar / 2 * (card / in_a_row),
                                title_bar * (card % in_a_row));
     form.move(place);
+}
+
+void QtHost::put_back(Form& form, const platform::WindowPlace& place) {
+    const double twip = form.pixels_a_twip();
+    const auto pixels = [twip](int twips) { return qRound(twips * twip); };
+    const QRect room = form.QWidget::screen()->availableVirtualGeometry();
+    QRect wanted(pixels(place.left), pixels(place.top), pixels(place.width), pixels(place.height));
+    wanted.setSize(wanted.size().boundedTo(room.size()).expandedTo(form.minimumSizeHint()));
+    if (!room.intersects(wanted.adjusted(0, 0, -form.fontMetrics().height(), -form.fontMetrics().height())))
+        wanted.moveTopLeft(room.topLeft());
+    form.move(wanted.topLeft());
+    form.resize(wanted.size());
 }
 
 QWidget* QtHost::window_in_front() const {

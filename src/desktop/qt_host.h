@@ -15,6 +15,7 @@
 #include "desktop/user_settings.h"
 #include "desktop/work_window.h"
 #include "files/file_system.h"
+#include "platform/document_frame.h"
 #include "platform/host.h"
 #include "platform/runtime.h"
 
@@ -101,6 +102,10 @@ class QtHost final : public platform::Host {
     void make_window(Window& window);
     void present(Form& form, platform::ShowMode mode);
     void size_and_place(Form& form, platform::ShowMode mode) const;
+    /// Puts a window back where its screen remembers it, as far as it is still to be seen there.
+    static void put_back(Form& form, const platform::WindowPlace& place);
+    /// A document's window lives in its frame's.
+    void present_document(Form& form, const platform::DocumentScreen& document);
     /// The window that a box or a modal screen belongs to; null when none is on show.
     QWidget* window_in_front() const;
 

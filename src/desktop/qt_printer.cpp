@@ -17,8 +17,6 @@ constexpr int printer_error = 482;
 constexpr double twips_a_point = 20;
 /// Half a point.
 constexpr double rule_width = 10;
-/// A rectangle that margins have left nothing of is set as this wide and high all the same.
-constexpr double least_measure = 360;
 
 QPageLayout::Orientation orientation_of(int orientation) {
     return orientation == platform::Printer::landscape ? QPageLayout::Landscape : QPageLayout::Portrait;
@@ -158,8 +156,10 @@ PagedText& QtPrinter::pages_of(const rtf::Document& document, double width, doub
 std::size_t QtPrinter::set_rich_text(const rtf::RichText& text, const platform::PaperRectangle& where,
                                      std::size_t start) {
     const std::size_t length = text.length();
-    const double width = std::max(where.right - where.left, least_measure);
-    const double height = std::max(where.bottom - where.top, least_measure);
+    const double width = where.right - where.left;
+    const double height = where.bottom - where.top;
+    if (width <= 0 || height <= 0)
+        return start;
     PagedText* pages = &pages_of(text.document(), width, height);
     int at = pages->page_from(start);
     std::size_t passed = 0;

@@ -86,15 +86,8 @@ QTextOption::Tab tab_of(const rtf::TabStop& stop) {
 
 } // namespace
 
-QTextOption RichTextLayout::option_of(const BlockData& data) const {
-    QTextOption option;
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    option.setTextDirection(data.format->right_to_left ? Qt::RightToLeft : Qt::LeftToRight);
-    option.setAlignment(alignment_of(data.format->alignment));
-    return option;
-}
-
-/// The stops of a line that begins `left` twips from the margin: the toolkit counts them from where it begins.
+/// The stops of a line that begins `left` twips from the margin: the toolkit counts them from where it
+/// begins.
 QList<QTextOption::Tab> RichTextLayout::tabs_of(const rtf::ParagraphFormat& format, int left) const {
     const double tab_unit = screen_unit();
     QList<QTextOption::Tab> tabs;
@@ -118,6 +111,17 @@ QList<QTextOption::Tab> RichTextLayout::tabs_of(const rtf::ParagraphFormat& form
     std::sort(tabs.begin(), tabs.end(),
               [](const auto& one, const auto& other) { return one.position < other.position; });
     return tabs;
+}
+
+/// The toolkit asks for the tabs whenever it measures a line, so they are those of the line at hand.
+void RichTextLayout::set_tabs(const QTextBlock& block, bool first_line) const {
+    const rtf::ParagraphFormat& format = *BlockData::of(block).format;
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    option.setTextDirection(format.right_to_left ? Qt::RightToLeft : Qt::LeftToRight);
+    option.setAlignment(alignment_of(format.alignment));
+    option.setTabs(tabs_of(format, format.left + (first_line ? format.first : 0)));
+    block.layout()->setTextOption(option);
 }
 
 BlockData::Line RichTextLayout::line_of(const QTextLine& line, const rtf::ParagraphFormat& format) const {
@@ -149,21 +153,20 @@ void RichTextLayout::break_lines(const QTextBlock& block, const Column& column) 
     const rtf::ParagraphFormat& format = *data.format;
     QTextLayout& layout = *block.layout();
     layout.setPosition(QPointF(column.left, 0));
-    QTextOption option = option_of(data);
-    option.setTabs(tabs_of(format, format.left + format.first));
-    layout.setTextOption(option);
+    data.has_hanging_tabs = format.first != 0 && block.text().contains(QLatin1Char('\t'));
+    set_tabs(block, true);
     layout.beginLayout();
     for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
         const double left = px(format.left + (data.lines.empty() ? format.first : 0));
         line.setPosition(QPointF(left, 0));
         line.setLineWidth(std::max(column.width - left - px(format.right), px(least_width)));
         data.lines.push_back(line_of(line, format));
-        if (data.lines.size() == 1 && format.first != 0) {
-            option.setTabs(tabs_of(format, format.left));
-            layout.setTextOption(option);
-        }
+        if (data.lines.size() == 1 && data.has_hanging_tabs)
+            set_tabs(block, false);
     }
     layout.endLayout();
+    if (data.has_hanging_tabs)
+        set_tabs(block, true);
 }
 
 // --- Pages ---
@@ -248,8 +251,8 @@ void RichTextLayout::lay_out() {
         return;
     rules_.clear();
     grounds_.clear();
-    const Column whole{0, width_};
-    Flow flow;
+    const Column whole{inset_, std::max(width_ - 2 * inset_, px(least_width))};
+    Flow flow{inset_, 0};
     // Paragraphs that want to stay with the next one.
     QTextBlock chain, chain_moved;
     Flow chain_top;
@@ -284,7 +287,7 @@ void RichTextLayout::lay_out() {
     }
     for (QTextBlock block = document()->begin(); block.isValid(); block = block.next())
         rule_paragraph(block);
-    size_ = QSizeF(width_, page_height_ > 0 ? (flow.page + 1) * page_height_ : flow.y);
+    size_ = QSizeF(width_, page_height_ > 0 ? (flow.page + 1) * page_height_ : flow.y + inset_);
     finish_pages();
     Q_EMIT documentSizeChanged(size_);
     Q_EMIT update();

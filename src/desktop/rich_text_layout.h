@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractTextDocumentLayout>
+#include <QTextLayout>
 #include <QTextOption>
 #include <vector>
 
@@ -20,6 +21,9 @@ class RichTextLayout final : public QAbstractTextDocumentLayout {
     void set_source(const rtf::Document& source);
     /// Page height 0 is endless.
     void set_page(double width, double height);
+
+    /// Room left free around endless text.
+    void set_inset(double inset) { inset_ = inset; }
 
     /// Where the page's first line begins in the document; pages in order.
     int page_start(int page) const { return page_starts_.at(static_cast<std::size_t>(page)); }
@@ -62,7 +66,7 @@ class RichTextLayout final : public QAbstractTextDocumentLayout {
 
     void lay_out();
     void break_lines(const QTextBlock& block, const Column& column) const;
-    QTextOption option_of(const BlockData& data) const;
+    void set_tabs(const QTextBlock& block, bool first_line) const;
     QList<QTextOption::Tab> tabs_of(const rtf::ParagraphFormat& format, int left) const;
     BlockData::Line line_of(const QTextLine& line, const rtf::ParagraphFormat& format) const;
     Flow place_paragraph(const QTextBlock& block, const Column& column, Flow flow) const;
@@ -94,11 +98,14 @@ class RichTextLayout final : public QAbstractTextDocumentLayout {
 
     // Painting is told in rich_text_painting.cpp, rows in rich_text_rows.cpp.
     void draw_grounds(QPainter& painter, const QRectF& part) const;
+    void draw_block(QPainter& painter, const QTextBlock& block,
+                    const QList<QTextLayout::FormatRange>& selections, const QRectF& part) const;
     void draw_rules(QPainter& painter, const QRectF& part) const;
 
     double unit_;
     double width_ = 0;
     double page_height_ = 0;
+    double inset_ = 0;
     int default_tab_ = 720;
     bool widow_control_ = false;
     std::vector<QColor> colours_;

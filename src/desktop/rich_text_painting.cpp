@@ -15,9 +15,13 @@ void RichTextLayout::draw_page(QPainter& painter, int page) {
     for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
         const BlockData& data = BlockData::of(block);
         QTextLayout& layout = *block.layout();
-        for (std::size_t at = 0; at < data.lines.size(); ++at)
-            if (data.lines[at].page == page)
-                layout.lineAt(static_cast<int>(at)).draw(&painter, layout.position());
+        for (std::size_t at = 0; at < data.lines.size(); ++at) {
+            if (data.lines[at].page != page)
+                continue;
+            if (data.has_hanging_tabs)
+                set_tabs(block, at == 0);
+            layout.lineAt(static_cast<int>(at)).draw(&painter, layout.position());
+        }
     }
     draw_rules(painter, part);
     painter.restore();
@@ -38,7 +42,7 @@ void RichTextLayout::draw(QPainter* painter, const PaintContext& context) {
                 selections.append({from, to - from, selection.format});
         }
         painter->setPen(context.palette.color(QPalette::Text));
-        layout.draw(painter, QPointF(), selections, part);
+        draw_block(*painter, block, selections, part);
         const int caret = context.cursorPosition - block.position();
         if (context.cursorPosition < -1 && !layout.preeditAreaText().isEmpty())
             layout.drawCursor(painter, QPointF(),
@@ -47,6 +51,30 @@ void RichTextLayout::draw(QPainter* painter, const PaintContext& context) {
             layout.drawCursor(painter, QPointF(), caret);
     }
     draw_rules(*painter, part);
+}
+
+void RichTextLayout::draw_block(QPainter& painter, const QTextBlock& block,
+                                const QList<QTextLayout::FormatRange>& selections, const QRectF& part) const {
+    const BlockData& data = BlockData::of(block);
+    if (!data.has_hanging_tabs || data.lines.size() < 2) {
+        block.layout()->draw(&painter, QPointF(), selections, part);
+        return;
+    }
+    // The first line with its tabs, then the others with theirs.
+    QRectF first = part, rest = part;
+    first.setBottom(data.place.top() + data.lines.front().height);
+    rest.setTop(first.bottom());
+    for (const bool is_first : {true, false}) {
+        const QRectF& lines = is_first ? first : rest;
+        if (!lines.isValid())
+            continue;
+        set_tabs(block, is_first);
+        painter.save();
+        painter.setClipRect(lines, Qt::IntersectClip);
+        block.layout()->draw(&painter, QPointF(), selections, lines);
+        painter.restore();
+    }
+    set_tabs(block, true);
 }
 
 void RichTextLayout::draw_grounds(QPainter& painter, const QRectF& part) const {

@@ -23,6 +23,17 @@ bool goes_on_below(const TableRow& row, std::size_t cell) {
     return false;
 }
 
+/// How thick the rule above the row is.
+int rule_above(const TableRow& row) {
+    int thickest = 0;
+    for (std::size_t cell = 0; cell < row.cells.size(); ++cell) {
+        const rtf::Border border = told(row.cell_format(cell).top, row.format->top);
+        if (border.style != rtf::BorderStyle::none)
+            thickest = std::max<int>(thickest, border.width);
+    }
+    return thickest;
+}
+
 bool is_in_table(const QTextBlock& block) {
     return block.isValid() && BlockData::of(block).in_table;
 }
@@ -43,7 +54,7 @@ RichTextLayout::Column RichTextLayout::cell_edges(const TableRow& row, std::size
         left += shift;
         right += shift;
     }
-    return {px(left), px(std::max(right - left, 0.0))};
+    return {inset_ + px(left), px(std::max(right - left, 0.0))};
 }
 
 RichTextLayout::Flow RichTextLayout::place_cell(const TableRow& row, std::size_t cell, Flow flow) const {
@@ -57,8 +68,10 @@ RichTextLayout::Flow RichTextLayout::place_cell(const TableRow& row, std::size_t
 
 RichTextLayout::Flow RichTextLayout::place_cells(const TableRow& row, Flow flow) const {
     Flow deepest = flow;
+    Flow text_top = flow;
+    text_top.y += px(rule_above(row));
     for (std::size_t cell = 0; cell < row.cells.size(); ++cell) {
-        const Flow end = place_cell(row, cell, flow);
+        const Flow end = place_cell(row, cell, text_top);
         const bool counts = !row.continues_above(cell) && !row.continues_left(cell);
         if (counts && end.y > deepest.y)
             deepest = end;

@@ -1,0 +1,169 @@
+#include <gtest/gtest.h>
+
+#include <QImage>
+
+#include "basic/run_time_error.h"
+#include "printed_pages.h"
+
+namespace tolva::desktop {
+namespace {
+
+using Paper = PaperTest;
+
+TEST_F(Paper, IsLetterAndWhole) {
+    EXPECT_NEAR(printer.Width(), 12240, 1);
+    EXPECT_NEAR(printer.Height(), 15840, 1);
+    EXPECT_NEAR(printer.ScaleWidth() + 2 * printer.OffsetX(), 12240, 1);
+    printer.set_Orientation(platform::Printer::landscape);
+    EXPECT_NEAR(printer.Width(), 15840, 1);
+    EXPECT_NEAR(printer.Height(), 12240, 1);
+}
+
+TEST_F(Paper, TakesWordsWhereTheyAreMeant) {
+    printer.set_CurrentX(850.5);
+    printer.set_CurrentY(1700.25);
+    printer.Print("First");
+    printer.set_CurrentX(5670);
+    printer.Print_on("Second");
+    printer.Print_on("Third");
+    printer.EndDoc();
+    const auto printed = pages();
+    ASSERT_EQ(printed.size(), 1U);
+    const PrintedWord first = printed[0].word("First");
+    EXPECT_NEAR(first.left, 850.5, half_a_millimetre);
+    EXPECT_NEAR(first.top, 1700.25, half_a_millimetre);
+    // One line further down: ten points of Arial and its leading.
+    const PrintedWord second = printed[0].word("SecondThird");
+    EXPECT_NEAR(second.left, 5670, half_a_millimetre);
+    EXPECT_NEAR(second.top - first.top, 230, 2);
+}
+
+TEST_F(Paper, TakesFontsAndSizes) {
+    printer.FontSize = 12;
+    printer.Print_on("width");
+    const float plain = printer.CurrentX();
+    printer.set_CurrentX(0);
+    printer.FontBold = true;
+    printer.Print_on("width");
+    EXPECT_GT(printer.CurrentX(), plain);
+    printer.EndDoc();
+    const auto fonts = support::run_program({"pdffonts", from_qt(folder.filePath(files().at(0)))}).out;
+    EXPECT_NE(fonts.find("-Bold"), std::string::npos) << fonts;
+}
+
+TEST_F(Paper, TakesRulesWhereTheyAreMeant) {
+    if (!support::has_command("pdftoppm"))
+        GTEST_SKIP() << "pdftoppm, which paints the pages, is not installed";
+    printer.Line(1440, 2880, 7200, 2880);
+    printer.EndDoc();
+    const std::string picture = from_qt(folder.filePath(QStringLiteral("page")));
+    support::run_program(
+        {"pdftoppm", "-r", "144", "-png", "-singlefile", from_qt(folder.filePath(files().at(0))), picture});
+    const QImage page(to_qt(picture + ".png"));
+    ASSERT_FALSE(page.isNull());
+    // A tenth of a pixel is a twip.
+    const auto dark = [&](int x, int y) { return qGray(page.pixel(x, y)) < 200; };
+    const auto dark_near = [&](int x, int y) { return dark(x, y - 1) || dark(x, y) || dark(x, y + 1); };
+    EXPECT_TRUE(dark_near(150, 288));
+    EXPECT_TRUE(dark_near(715, 288));
+    EXPECT_FALSE(dark_near(140, 288));
+    EXPECT_FALSE(dark_near(725, 288));
+    EXPECT_FALSE(dark_near(400, 294));
+}
+
+TEST_F(Paper, GoesOnWhereLinesRunOverItsEnd) {
+    for (int line = 0; line < 80; ++line)
+        printer.Print("line" + std::to_string(line));
+    printer.EndDoc();
+    const auto printed = pages();
+    ASSERT_EQ(printed.size(), 2U);
+    EXPECT_LE(printed[0].words.back().bottom, printed[0].height);
+    EXPECT_NEAR(printed[1].words.front().top, 0, half_a_millimetre);
+    EXPECT_EQ(printed[0].words.size() + printed[1].words.size(), 80U);
+}
+
+TEST_F(Paper, BeginsALineAtALineEndOfTheText) {
+    printer.Print("one\r\ntwo");
+    printer.EndDoc();
+    const auto printed = pages();
+    EXPECT_GT(printed.at(0).word("two").top, printed.at(0).word("one").top + 200);
+    EXPECT_NEAR(printed.at(0).word("two").left, 0, half_a_millimetre);
+}
+
+TEST_F(Paper, TurnsForTheNextPageAlone) {
+    printer.Print("upright");
+    printer.set_Orientation(platform::Printer::landscape);
+    printer.NewPage();
+    printer.Print("lying");
+    printer.EndDoc();
+    const auto printed = pages();
+    ASSERT_EQ(printed.size(), 2U);
+    EXPECT_LT(printed[0].width, printed[0].height);
+    EXPECT_GT(printed[1].width, printed[1].height);
+    EXPECT_NEAR(printed[1].word("lying").top, 0, half_a_millimetre);
+}
+
+TEST_F(Paper, NumbersItsFilesAndOverwritesNone) {
+    QFile taken(folder.filePath(QStringLiteral("0007 kept.pdf")));
+    ASSERT_TRUE(taken.open(QIODevice::WriteOnly));
+    taken.write("mine");
+    taken.close();
+    for (const char* words : {"one", "two"}) {
+        printer.job_name = "Letter: Adams";
+        printer.Print(words);
+        printer.EndDoc();
+    }
+    EXPECT_EQ(files(), (QStringList{QStringLiteral("0007 kept.pdf"), QStringLiteral("0008 Letter_ Adams.pdf"),
+                                    QStringLiteral("0009 Letter_ Adams.pdf")}));
+    ASSERT_TRUE(taken.open(QIODevice::ReadOnly));
+    EXPECT_EQ(taken.readAll(), QByteArray("mine"));
+    EXPECT_EQ(pages(2).at(0).words.at(0).text, "two");
+}
+
+TEST_F(Paper, EndsNoJobThatWasNotBegun) {
+    printer.EndDoc();
+    EXPECT_TRUE(files().isEmpty());
+}
+
+TEST_F(Paper, TellsWhenAJobHasGone) {
+    int gone = 0;
+    printer.job_ended = [&] { gone += files().size() == 1 ? 1 : 100; };
+    printer.Print("words");
+    EXPECT_EQ(gone, 0);
+    printer.EndDoc();
+    EXPECT_EQ(gone, 1);
+}
+
+TEST_F(Paper, ThatIsNotThereIsAPrinterError) {
+    printer.use({PrintTarget::Kind::pdf_folder, folder.filePath(QStringLiteral("nowhere"))});
+    try {
+        printer.Print("words");
+        FAIL() << "printed on nothing";
+    } catch (const basic::RunTimeError& error) {
+        EXPECT_EQ(error.number(), 482);
+    }
+}
+
+TEST_F(Paper, AQueueThatIsGoneIsAPrinterError) {
+    printer.use({PrintTarget::Kind::queue, QStringLiteral("no such queue")});
+    EXPECT_THROW(printer.Print("words"), basic::RunTimeError);
+    EXPECT_NEAR(printer.Width(), 12240, 1) << "measures are asked ahead of printing";
+}
+
+TEST(PrintTargets, AreRememberedFromRunToRun) {
+    QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("settings.ini"));
+    const PrintTarget target{PrintTarget::Kind::pdf_folder, folder.path()};
+    {
+        UserSettings settings(file);
+        EXPECT_EQ(load_print_target(settings), PrintTarget());
+        save_print_target(settings, target);
+    }
+    UserSettings settings(file);
+    EXPECT_EQ(load_print_target(settings), target);
+    save_print_target(settings, {PrintTarget::Kind::queue, QStringLiteral("Office")});
+    EXPECT_EQ(load_print_target(settings), (PrintTarget{PrintTarget::Kind::queue, QStringLiteral("Office")}));
+}
+
+} // namespace
+} // namespace tolva::desktop
