@@ -103,7 +103,8 @@ bool knows_code_page(int number) {
 }
 
 std::uint8_t code_page_byte(int number, char16_t unit) {
-    return byte_of(basic::single_byte_page(number), unit);
+    return unit < upper_half ? static_cast<std::uint8_t>(unit)
+                             : byte_of(basic::single_byte_page(number), unit);
 }
 
 std::string decode_text(std::span<const std::uint8_t> stored, const Format& format) {
