@@ -37,10 +37,11 @@ class Kill : public testing::Test {
     void work_and_kill(double seconds) {
         const std::string source = desk_.empty() ? std::string(TOLVA_BUILD_DIR "/delivered") : desk_;
         const std::string said = folder_.file("said");
+        std::filesystem::remove(said); // or the shell might wait for what the last one said
         const auto run = support::run_program(
             {"sh", "-c",
              "\"$1\" \"$2\" >\"$3\" & child=$!\n"
-             "until grep -q ^did \"$3\"; do kill -0 $child || exit 1; sleep 0.01; done\n"
+             "until grep -qs ^did \"$3\"; do kill -0 $child || exit 1; sleep 0.01; done\n"
              "sleep \"$4\"; kill -9 $child; wait $child; test $? = 137",
              "sh", TOLVA_BUILD_DIR "/tests/tests_victim", source, said, std::to_string(seconds)});
         ASSERT_EQ(run.code, 0) << "the victim ended by itself: " << run.err;
