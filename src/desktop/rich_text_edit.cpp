@@ -47,6 +47,8 @@ RichTextEdit::RichTextEdit(bool editable, QWidget* parent) : QTextEdit(parent), 
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setAttribute(Qt::WA_InputMethodEnabled, editable);
     setAcceptDrops(false);
+    // Coming and going it would break the lines anew.
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setTabChangesFocus(!editable);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     connect(this, &QTextEdit::cursorPositionChanged, this, [this] { tell_selection(); });
@@ -68,11 +70,6 @@ QSize RichTextEdit::sizeHint() const {
 
 QSize RichTextEdit::minimumSizeHint() const {
     return sizeHint() / 2;
-}
-
-void RichTextEdit::resizeEvent(QResizeEvent* event) {
-    QTextEdit::resizeEvent(event);
-    layout_->set_page(viewport()->width(), 0);
 }
 
 // --- From the text to the screen ---

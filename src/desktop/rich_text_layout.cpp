@@ -64,6 +64,9 @@ void RichTextLayout::set_page(double width, double height) {
 }
 
 void RichTextLayout::documentChanged(int, int, int) {
+    // A text edit tells the width of its window by the document's page.
+    if (page_height_ <= 0 && document()->pageSize().width() > 0)
+        width_ = document()->pageSize().width();
     lay_out();
 }
 
@@ -285,9 +288,12 @@ void RichTextLayout::lay_out() {
         }
         block = block.next();
     }
-    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next())
+    double right = width_;
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
         rule_paragraph(block);
-    size_ = QSizeF(width_, page_height_ > 0 ? (flow.page + 1) * page_height_ : flow.y + inset_);
+        right = std::max(right, BlockData::of(block).place.right());
+    }
+    size_ = QSizeF(right, page_height_ > 0 ? (flow.page + 1) * page_height_ : flow.y + inset_);
     finish_pages();
     Q_EMIT documentSizeChanged(size_);
     Q_EMIT update();
