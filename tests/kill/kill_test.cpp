@@ -9,6 +9,7 @@
 #include <iostream>
 #include <map>
 #include <random>
+#include <set>
 #include <sstream>
 
 #include "jet/check.h"
@@ -47,6 +48,22 @@ class Kill : public testing::Test {
         ASSERT_EQ(run.code, 0) << "the victim ended by itself: " << run.err;
         drop_desk();
         listen(support::file_content(said));
+    }
+
+    /// Lets the victim work on a fresh desk while `commands` run, a shell text that names the desk "$desk"
+    /// and a folder of its own "$out"; then kills it.
+    support::ProgramRun beside_work(const std::string& commands) {
+        return support::run_program(
+            {"sh", "-c",
+             "said=\"$3/said\"; out=$3; data=$4\n"
+             "\"$1\" \"$2\" >\"$said\" & child=$!\n"
+             "until grep -qs ^did \"$said\"; do kill -0 $child || exit 1; sleep 0.01; done\n"
+             "desk=$(sed -n 's/^desk //p' \"$said\")\n" +
+                 commands +
+                 "\nkill -9 $child; wait $child; test $? = 137 || code=1\n"
+                 "rm -rf \"$desk\"; exit ${code:-0}",
+             "sh", TOLVA_BUILD_DIR "/tests/tests_victim", TOLVA_BUILD_DIR "/delivered",
+             folder_.path().string(), TOLVA_BUILD_DIR "/tolva-data"});
     }
 
     /// Takes up what the victim said it did, and what it was about to do.
@@ -94,6 +111,24 @@ class Kill : public testing::Test {
         compare("prospect", marks_of(*open("prospect.mdb")), counter_of(*settings, "prospect_counter"));
     }
 
+    /// A copy of a desk, made while the program worked: sound files, whole records, no counter behind its
+    /// rows.
+    static void expect_one_moment(const std::string& copy) {
+        const auto disk = files::make_disk();
+        const auto settings = jet::Database::open_to_read(*disk, copy + "/data/database.mdb");
+        EXPECT_EQ(jet::check(*settings), std::vector<std::string>{});
+        for (const std::string store : {"listings", "prospect"}) {
+            const auto database = jet::Database::open_to_read(*disk, copy + "/data/" + store + ".mdb");
+            EXPECT_EQ(jet::check(*database), std::vector<std::string>{});
+            const Marks marks = marks_of(*database);
+            const std::string counter = store == "listings" ? "listing_counter" : "prospect_counter";
+            if (!marks.empty()) {
+                EXPECT_GE(counter_of(*settings, counter.c_str()), marks.rbegin()->first) << copy;
+            }
+        }
+    }
+
+    const support::TemporaryFolder& folder() const { return folder_; }
     int stored() const { return stored_; }
     int unreported() const { return unreported_; }
 
@@ -175,6 +210,33 @@ TEST_F(Kill, NothingStoredIsMissingAndNothingIsHalfThere) {
     std::cout << kills() << " kills, " << stored() << " changes reported as stored, " << unreported()
               << " kills between a change's start and its report that found it stored\n";
     EXPECT_GT(stored(), kills()) << "the victims came to nothing";
+}
+
+TEST_F(Kill, BackupsBesideAProgramAtWorkHoldOneMomentEach) {
+    constexpr int copies = 10;
+    const auto run = beside_work("for n in 1 2 3 4 5 6 7 8 9 10; do\n"
+                                 "  \"$data\" backup \"$desk\" \"$out/copy$n\" >/dev/null || code=1\n"
+                                 "done");
+    ASSERT_EQ(run.code, 0) << run.err;
+    std::set<std::string> contents;
+    for (int copy = 1; copy <= copies; ++copy) {
+        const std::string path = folder().file("copy" + std::to_string(copy));
+        expect_one_moment(path);
+        contents.insert(support::file_content(path + "/data/listings.mdb"));
+    }
+    EXPECT_GT(contents.size(), 1u) << "nothing was written between the copies";
+}
+
+TEST_F(Kill, ReadersBesideAProgramAtWorkFindNothingWrongAndWritersAreRefused) {
+    const auto run =
+        beside_work("for n in 1 2 3 4 5 6 7 8 9 10; do\n"
+                    "  \"$data\" check \"$desk\"/data/listings.mdb \"$desk\"/data/database.mdb || code=1\n"
+                    "  \"$data\" dump \"$desk\"/data/prospect.mdb table >/dev/null || code=1\n"
+                    "  \"$data\" delete \"$desk\"/data/listings.mdb 'select * from [table]' && code=1\n"
+                    "done");
+    EXPECT_EQ(run.code, 0) << run.out;
+    EXPECT_EQ(run.out, "");
+    EXPECT_NE(run.err.find("file already in use"), std::string::npos) << run.err;
 }
 
 } // namespace
