@@ -150,6 +150,35 @@ TEST_F(Paper, AQueueThatIsGoneIsAPrinterError) {
     EXPECT_NEAR(printer.Width(), 12240, 1) << "measures are asked ahead of printing";
 }
 
+TEST_F(Paper, CountsFromTheCornerOfWhatCanBePrintedOn) {
+    // A device that leaves an edge: a quarter of an inch at the sides, a third at top and foot.
+    auto device = make_printer({PrintTarget::Kind::pdf_folder, folder.path()});
+    ASSERT_NE(device, nullptr);
+    device->setOutputFileName(folder.filePath(QStringLiteral("edge.pdf")));
+    QPageLayout layout = device->pageLayout();
+    layout.setUnits(QPageLayout::Point);
+    layout.setMinimumMargins(QMarginsF(18, 24, 18, 24));
+    device->setPageLayout(layout);
+    printer.use_once(std::move(device));
+    EXPECT_NEAR(printer.OffsetX(), 360, 1);
+    EXPECT_NEAR(printer.OffsetY(), 480, 1);
+    EXPECT_NEAR(printer.Width(), 12240, 1);
+    EXPECT_NEAR(printer.ScaleWidth(), 12240 - 720, 1);
+    EXPECT_NEAR(printer.ScaleHeight(), 15840 - 960, 1);
+    printer.Print("corner");
+    rtf::RichText text;
+    text.set_text("letter");
+    printer.set_rich_text(text, {1440 - printer.OffsetX(), 1440 - printer.OffsetY(), 9000, 9000}, 0);
+    printer.EndDoc();
+    const auto printed = pages();
+    EXPECT_NEAR(printed.at(0).word("corner").left, 360, half_a_millimetre);
+    EXPECT_NEAR(printed.at(0).word("corner").top, 480, half_a_millimetre);
+    EXPECT_NEAR(printed.at(0).word("letter").left, 1440, half_a_millimetre);
+    EXPECT_NEAR(printed.at(0).word("letter").top, 1440, half_a_millimetre);
+    // It held for that job alone.
+    EXPECT_NEAR(printer.OffsetX(), 0, 1);
+}
+
 TEST(PrintTargets, AreRememberedFromRunToRun) {
     QTemporaryDir folder;
     const QString file = folder.filePath(QStringLiteral("settings.ini"));
