@@ -1,9 +1,12 @@
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 
 #include "basic/run_time_error.h"
 #include "jet/database.h"
 #include "jet/file_pager.h"
+
+extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t max_size);
 
 namespace {
 
@@ -72,7 +75,43 @@ Outcome open(files::FileSystem& disk, jet::FilePager::Access access) {
     return outcome;
 }
 
+/// A journal as a commit writes it, of every block of the file that `blocks` has a bit for.
+files::Bytes genuine_journal(unsigned int blocks) {
+    const auto disk = files::make_memory_disk();
+    const files::Bytes file = small_file();
+    const auto database = disk->open(path, files::OpenMode::create);
+    database->write(0, file);
+    jet::Journal::Change change;
+    for (std::uint32_t block = 0; block < file.size() / jet::Journal::block_size; ++block)
+        if (blocks >> block % 32 & 1)
+            change.blocks.push_back(block);
+    change.new_length = file.size();
+    change.apply = [](std::uint32_t, std::span<std::uint8_t> content) { content[0] ^= 1; };
+    jet::Journal(*disk, path).write(*database, change);
+    return files::read_whole(*disk, journal_path);
+}
+
 } // namespace
+
+/// Goes out from a genuine journal now and then: nobody guesses one.
+extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t max_size,
+                                               unsigned int seed) {
+    if (seed % 8 != 0)
+        return LLVMFuzzerMutate(data, size, max_size);
+    const files::Bytes journal = genuine_journal(seed / 16);
+    if (journal.size() + 1 > max_size)
+        return LLVMFuzzerMutate(data, size, max_size);
+    data[0] = static_cast<std::uint8_t>(seed >> 3 & 1);
+    std::copy(journal.begin(), journal.end(), data + 1);
+    // One place in its header or in a record's head, or none.
+    const std::size_t record = seed / 64 % (journal.size() / record_size + 1);
+    const std::size_t at =
+        record == 0 ? 1 + seed / 256 % header_size
+                    : 1 + jet::Journal::block_size + (record - 1) * record_size + seed / 256 % record_head;
+    if (seed % 32 != 0 && at < journal.size())
+        data[at] = static_cast<std::uint8_t>(seed >> 20);
+    return journal.size() + 1;
+}
 
 /// A journal beside a file. The first byte tells whether its checksums are made right.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
