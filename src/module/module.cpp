@@ -26,12 +26,15 @@ std::vector<std::string> twin_columns() {
 
 Module::Module(platform::Runtime& runtime_, files::FileSystem& disk_, std::string appfolder_)
     : runtime(runtime_), disk(disk_), appfolder(std::move(appfolder_)),
-      engine(disk, [this] { return this_year(); }), security(runtime), Form1(runtime), preferences(runtime),
-      choosedate(runtime), zipcode(runtime), listingsearch(runtime), prospectsearch(runtime),
-      addresssearch(runtime), listings(runtime), prospect(runtime), sold(runtime), addressbook(runtime),
-      generalmessagecreate(runtime), planner(runtime), appointment(runtime), graph(runtime),
-      paymentcalculator(runtime) {
+      engine(
+          disk, [this] { return this_year(); }, [this] { return runtime.clock().moment(); }),
+      security(runtime), Form1(runtime), preferences(runtime), choosedate(runtime), zipcode(runtime),
+      listingsearch(runtime), prospectsearch(runtime), addresssearch(runtime), listings(runtime),
+      prospect(runtime), sold(runtime), addressbook(runtime), generalmessagecreate(runtime), planner(runtime),
+      appointment(runtime), graph(runtime), paymentcalculator(runtime), letter(runtime), label(runtime),
+      printaddress(runtime), frmMain(runtime), followupletters(runtime), instructions(runtime) {
     runtime.make_durable = [this] { engine.commit(); };
+    printer().job_ended = [this] { engine.commit(); };
 }
 
 Module::~Module() {
@@ -70,10 +73,10 @@ void Module::opendatabases() {
     loadpreferences();
 
     constexpr int labels_across = 3;
-    for (int label = 0; label < label_count; ++label) {
-        labelcolumn.at(static_cast<std::size_t>(label)) =
-            static_cast<std::uint8_t>(label % labels_across + 1);
-        labelrow.at(static_cast<std::size_t>(label)) = static_cast<std::uint8_t>(label / labels_across + 1);
+    for (int place = 0; place < label_count; ++place) {
+        labelcolumn.at(static_cast<std::size_t>(place)) =
+            static_cast<std::uint8_t>(place % labels_across + 1);
+        labelrow.at(static_cast<std::size_t>(place)) = static_cast<std::uint8_t>(place / labels_across + 1);
     }
     printerready = runtime.host().printer_takes_font("Arial") ? 1 : 0;
 }
@@ -89,6 +92,11 @@ void Module::loadplannerday(basic::Date date) {
 
 void Module::saveplannerday(basic::Date date) {
     PlannerFiles(disk, appfolder).write(date, plannerday);
+}
+
+std::string Module::read_document(const std::string& path) const {
+    const files::Bytes bytes = files::read_whole(disk, path);
+    return {bytes.begin(), bytes.end()};
 }
 
 int Module::confirm(const std::string& text) {

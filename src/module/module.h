@@ -17,8 +17,27 @@ namespace tolva::messages {
 class generalmessagecreate;
 class planner;
 } // namespace tolva::messages
+namespace tolva::letters {
+class followupletters;
+} // namespace tolva::letters
+namespace tolva::shell {
+class instructions;
+} // namespace tolva::shell
 
 namespace tolva::module {
+
+/// Whose letters are printed: the record on the form, or every row of the list on the grid.
+enum class LetterMode : std::uint8_t {
+    listing_list = 1,
+    listing_form = 2,
+    prospect_list = 3,
+    prospect_form = 4,
+    sold_list = 5,
+    sold_form = 6,
+};
+
+/// Whose labels are printed.
+enum class LabelMode : std::uint8_t { listings = 1, prospects = 2, sold = 3 };
 
 /// The program-wide module: the stores, the shared values, the one instance of each screen and the routines
 /// that every screen calls. One per running program; everything outside it comes in through the constructor.
@@ -67,6 +86,12 @@ class Module {
     /// The appointment that waits for a double click on a slot or line, however long.
     std::string appointmentlink, appointmentname, appointmentlast, appointmentphone, appointmenttext;
     bool appointmentpending = false;
+    /// Whose letters the letter screen prints, and which document it loaded last (it outlives the screen).
+    LetterMode lettermode = LetterMode::listing_list;
+    std::string letterfile;
+    LabelMode labelmode = LabelMode::listings;
+    /// How many documents the word processor has begun; never lowered.
+    long documentcount = 0;
     /// 1 when there is a printer to print on.
     int printerready = 0;
     /// Column (1 to 3) and row (1 to 10) of each label on a sheet; entry 0 is label 1.
@@ -81,6 +106,9 @@ class Module {
     platform::Slot<messages::generalmessagecreate> generalmessagecreate;
     platform::Slot<messages::planner> planner;
     platform::Slot<platform::Screen> appointment, graph, paymentcalculator;
+    platform::Slot<platform::Screen> letter, label, printaddress, frmMain;
+    platform::Slot<letters::followupletters> followupletters;
+    platform::Slot<shell::instructions> instructions;
 
     // --- Routines ---
 
@@ -96,6 +124,12 @@ class Module {
     /// name.
     void loadplannerday(basic::Date date);
     void saveplannerday(basic::Date date);
+
+    platform::Printer& printer() { return runtime.host().printer(); }
+    /// The bytes of a rich text document. Error 53 when there is none.
+    std::string read_document(const std::string& path) const;
+    /// The word processor, whose one frame comes up again each time.
+    void openwordprocessor() { frmMain().show(); }
 
     /// Asks with OK and Cancel under "Are You Sure?"; 1 for OK, 2 for Cancel.
     int confirm(const std::string& text);
