@@ -1,6 +1,8 @@
 #include "analysis/graph.h"
 
+#include "analysis/printed_charts.h"
 #include "basic/number.h"
+#include "basic/run_time_error.h"
 #include "basic/text.h"
 #include "module/shared_routines.h"
 
@@ -33,6 +35,7 @@ graph::graph(module::Module& module) : Screen(module.runtime, "graph", "Graph of
     mon2.tool_tip = "Ending Month";
     year2.tool_tip = "Ending Year";
     Command1.on_click = [this] { Command1_Click(); };
+    Command2.on_click = [this] { Command2_Click(); };
     Command3.on_click = [this] {
         unload();
         module_.Form1().show();
@@ -100,6 +103,19 @@ void graph::Command1_Click() {
     chart1.bars = std::move(units);
     chart2.bars = std::move(commission);
     chart3.bars = std::move(sales);
+}
+
+void graph::Command2_Click() {
+    if (module_.confirm("Print Graphs?") != 1)
+        return;
+    try {
+        print_charts(module_.printer(), caption,
+                     {{"UNITS SOLD", chart1, basic::number_to_text},
+                      {"COMMISSION", chart2, basic::money_text},
+                      {"TOTAL IN SALES", chart3, basic::money_text}});
+    } catch (const basic::RunTimeError&) {
+        runtime().message("Your Printer Does Not Support Printing of Graphs", "Printer Error");
+    }
 }
 
 } // namespace tolva::analysis

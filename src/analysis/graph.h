@@ -24,6 +24,7 @@ class graph : public platform::Screen {
     platform::Chart chart3{*this, "chart3", "Money Made"};
 
     platform::Button Command1{*this, "Command1", "Create &Graphs"};
+    platform::Button Command2{*this, "Command2", "&Print Graphs"};
     platform::Button Command3{*this, "Command3", "E&XIT"};
 
     void on_load() override;
@@ -31,6 +32,7 @@ class graph : public platform::Screen {
 
   private:
     void Command1_Click();
+    void Command2_Click();
 
     module::Module& module_;
 };

@@ -42,8 +42,8 @@ void build_graph(FormBuilder& builder) {
     top->addWidget(span, 1);
     auto* const buttons = new QVBoxLayout;
     buttons->addStretch(1);
-    buttons->addWidget(builder("Command1"));
-    buttons->addWidget(builder("Command3"));
+    for (const char* button : {"Command1", "Command2", "Command3"})
+        buttons->addWidget(builder(button));
     top->addLayout(buttons);
     whole->addLayout(top);
 

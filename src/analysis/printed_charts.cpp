@@ -1,0 +1,71 @@
+#include "analysis/printed_charts.h"
+
+#include <algorithm>
+
+#include "printing/page.h"
+
+namespace tolva::analysis {
+
+namespace {
+
+constexpr float title_size = 14, text_size = 10;
+
+/// In millimetres.
+constexpr double left = 15, bars_begin = 40, bars_end = 150, values_begin = 155;
+
+/// How far below the top of a line its bar lies, in twips.
+constexpr double bar_depth = 120;
+
+double largest(const platform::Chart& chart) {
+    double most = 0;
+    for (const platform::Chart::Bar& bar : chart.bars)
+        most = std::max(most, bar.value.value_or(0));
+    return most;
+}
+
+void print_bar(platform::Printer& printer, const PrintedChart& printed, const platform::Chart::Bar& bar,
+               double most) {
+    printing::printx(printer, left);
+    printer.Print_on(bar.label);
+    if (!bar.value) {
+        printer.Print("");
+        return;
+    }
+    // Only now it is sure on which page the line is.
+    const double y = static_cast<double>(printer.CurrentY()) + bar_depth;
+    if (*bar.value > 0)
+        printer.Line(
+            bars_begin * printing::twips_a_millimetre, y,
+            (bars_begin + (bars_end - bars_begin) * *bar.value / most) * printing::twips_a_millimetre, y);
+    printing::printx(printer, values_begin);
+    printer.Print(printed.value(*bar.value));
+}
+
+} // namespace
+
+void print_charts(platform::Printer& printer, const std::string& title,
+                  const std::vector<PrintedChart>& charts) {
+    printer.job_name = title;
+    printer.FontName = "Arial";
+    printer.FontSize = title_size;
+    printer.FontBold = true;
+    printing::printx(printer, left);
+    printer.Print(title);
+    printer.FontSize = text_size;
+    for (const PrintedChart& printed : charts) {
+        if (!printed.chart.visible)
+            continue;
+        printer.FontBold = true;
+        printer.Print("");
+        printing::printx(printer, left);
+        printer.Print(printed.caption);
+        printer.FontBold = false;
+        const double most = largest(printed.chart);
+        for (const platform::Chart::Bar& bar : printed.chart.bars)
+            print_bar(printer, printed, bar, most);
+    }
+    printer.FontBold = false;
+    printer.EndDoc();
+}
+
+} // namespace tolva::analysis
