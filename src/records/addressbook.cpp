@@ -93,6 +93,8 @@ addressbook::addressbook(module::Module& module)
         cleargrid();
         show_query("select * from [table] where id>0 order by businessname, last, first");
     };
+    m_printaddress.on_click = [this] { print_sheet(); };
+    bind_list(m_printlist, printing::address_list);
     // There is no import: the screen that this entry would show was never set.
     mimport.on_click = [] { throw basic::RunTimeError(object_required); };
 }
@@ -102,6 +104,29 @@ void addressbook::on_load() {
     open(store_.query);
     showgridbuttons();
     creategrid("normal");
+}
+
+/// No heading, no position and no font but the size: lines down from the page's corner.
+void addressbook::print_sheet() {
+    using printing::shown;
+    constexpr float font_size = 11;
+    platform::Printer& printer = module_.printer();
+    printer.job_name = "Address: " + shown(first) + " " + shown(last);
+    printer.FontSize = font_size;
+    for (const std::string& line : {
+             shown(first) + " " + shown(middle) + " " + shown(last),
+             shown(businessname),
+             shown(address),
+             shown(city) + ", " + shown(state) + " " + shown(zip),
+             std::string(),
+             "Home Phone: " + shown(homephone),
+             "Work Phone: " + shown(workphone),
+             "Cell Phone: " + shown(cellphone),
+             "Fax: " + shown(fax),
+             "Email: " + shown(email),
+         })
+        printer.Print(line);
+    printer.EndDoc();
 }
 
 void addressbook::first_view() {

@@ -62,6 +62,9 @@ class addressbook : public RecordScreen {
     void first_view() override;
     std::string quick_search_query() const override;
     void fill_grid() override;
+
+  private:
+    void print_sheet();
 };
 
 } // namespace tolva::records

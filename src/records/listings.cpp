@@ -206,6 +206,11 @@ listings::listings(module::Module& module)
     };
     m_schlet.on_click = [this] { schedule_letter(messages::listing_letter); };
     bind_appointment(m_appointment, '1', {first, last, co_first, co_last}, homephone);
+    m_printlisting.on_click = [this] { print_sheet(); };
+    bind_list(m_printlistings, printing::customer_list);
+    bind_labels(m_printlabels, module::LabelMode::listings, "No Active Listings");
+    bind_letters(m_printletter, module::LetterMode::listing_list, module::LetterMode::listing_form,
+                 "No Active Listings");
     // There is no import: the screen that this entry would show was never set.
     miport.on_click = [] { throw basic::RunTimeError(object_required); };
 }

@@ -125,6 +125,7 @@ class listings : public RecordScreen {
   private:
     void datelisted_LostFocus();
     void bind_views();
+    void print_sheet();
     FollowUpView birthdays_view() const;
     FollowUpView contacts_view() const;
     FollowUpView expiring_view() const;

@@ -198,6 +198,11 @@ prospect::prospect(module::Module& module)
     };
     m_schlet.on_click = [this] { schedule_letter(messages::prospect_letter); };
     bind_appointment(m_appointment, '2', {first, last, co_first, co_last}, homephone);
+    m_printprospect.on_click = [this] { print_sheet(); };
+    bind_list(m_printlist, printing::customer_list);
+    bind_labels(m_printlabels, module::LabelMode::prospects, "No Active Prospects");
+    bind_letters(m_printletters, module::LetterMode::prospect_list, module::LetterMode::prospect_form,
+                 "No Active Prospects");
     // There is no import: the screen that this entry would show was never set.
     m_import.on_click = [] { throw basic::RunTimeError(object_required); };
     bind_views();

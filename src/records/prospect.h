@@ -121,6 +121,7 @@ class prospect : public RecordScreen {
 
   private:
     void bind_views();
+    void print_sheet();
     void show_all_prospects();
     void schedule_in_market();
 

@@ -303,6 +303,43 @@ void RecordScreen::bind_appointment(platform::MenuEntry& entry, char digit, cons
     };
 }
 
+// --- Paper ---
+
+void RecordScreen::bind_letters(platform::MenuEntry& entry, module::LetterMode for_list,
+                                module::LetterMode for_form, const char* nobody) {
+    if (!module_.letter.exists())
+        return;
+    entry.on_click = [this, for_list, for_form, nobody] {
+        if (!f_customerlist.visible) {
+            savelisting();
+            module_.lettermode = for_form;
+        } else if (set().RecordCount() < 1) {
+            runtime().message(nobody, "Message");
+            return;
+        } else {
+            module_.lettermode = for_list;
+        }
+        module_.letter().show();
+    };
+}
+
+void RecordScreen::bind_labels(platform::MenuEntry& entry, module::LabelMode mode, const char* nobody) {
+    if (!module_.label.exists())
+        return;
+    entry.on_click = [this, mode, nobody] {
+        if (set().RecordCount() < 1) {
+            runtime().message(nobody, "Message");
+            return;
+        }
+        module_.labelmode = mode;
+        module_.label().show();
+    };
+}
+
+void RecordScreen::bind_list(platform::MenuEntry& entry, const printing::ListLayout& layout) {
+    entry.on_click = [this, &layout] { printing::print_list(module_, grid1, layout, caption); };
+}
+
 // --- Walking the records ---
 
 void RecordScreen::bind_navigation(const Navigation& buttons) {

@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "module/module.h"
+#include "printing/list.h"
+#include "printing/sheet.h"
 #include "records/contact_lines.h"
 #include "records/field_rules.h"
 #include "records/views.h"
@@ -160,6 +162,13 @@ class RecordScreen : public module::RecordEntry {
     /// it is. Stays without an action where the program has no planner.
     void bind_appointment(platform::MenuEntry& entry, char digit, const OwnerFields& owners,
                           const platform::TextControl& homephone);
+    /// The letter entry: for the record on the form, saved first, or for the list on the grid, unless it is
+    /// empty, which `nobody` says.
+    void bind_letters(platform::MenuEntry& entry, module::LetterMode for_list, module::LetterMode for_form,
+                      const char* nobody);
+    /// The label entry, for the current set.
+    void bind_labels(platform::MenuEntry& entry, module::LabelMode mode, const char* nobody);
+    void bind_list(platform::MenuEntry& entry, const printing::ListLayout& layout);
     void show_query(const std::string& query);
     /// A ready-made view: its caption, and the rows of its query.
     void show_view(const char* view_caption, const std::string& query);

@@ -251,6 +251,11 @@ sold::sold(module::Module& module)
                          reminder_text({first, last, co_first, co_last}, "", contact()));
     };
     m_schlet.on_click = [this] { schedule_letter(messages::sold_letter); };
+    m_printcustomer.on_click = [this] { print_sheet(); };
+    bind_list(m_printlist, printing::customer_list);
+    bind_labels(m_printlabels, module::LabelMode::sold, "No Active Customers");
+    bind_letters(m_printletters, module::LetterMode::sold_list, module::LetterMode::sold_form,
+                 "No Active Customers");
     bind_appointment(m_setappointment, '3', {first, last, co_first, co_last}, homephone);
     bind_views();
 }

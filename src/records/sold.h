@@ -145,6 +145,7 @@ class sold : public RecordScreen {
 
   private:
     void bind_views();
+    void print_sheet();
     void work_out_net();
     void search_customer();
 
