@@ -1,5 +1,7 @@
 #include "messages/planner.h"
 
+#include <algorithm>
+
 #include "basic/number.h"
 #include "basic/run_time_error.h"
 #include "basic/text.h"
@@ -56,6 +58,7 @@ planner::planner(module::Module& module) : Screen(module.runtime, "planner", "")
     };
     m_save.on_click = [this] { save_shown_day(); };
     m_Clear.on_click = [this] { clearplanner(); };
+    m_print.on_click = [this] { m_print_Click(); };
     // The screen that this entry would show was never set.
     m_reschedule.on_click = [] { throw basic::RunTimeError(object_required); };
 }
@@ -136,6 +139,39 @@ void planner::clearplanner() {
         cb[line].value = 0;
     }
     notes.text.clear();
+}
+
+/// A day with only to-do lines has nothing to print; done lines don't appear.
+void planner::m_print_Click() {
+    if (module_.confirm("Print Daily Planner?") != 1)
+        return;
+    if (std::all_of(timeperiod.begin(), timeperiod.end(),
+                    [](const auto& box) { return box->text.empty(); })) {
+        runtime().message("There is nothing to print", "Message");
+        return;
+    }
+    constexpr float font_size = 12;
+    const std::string date = basic::date_to_text(MonthView1.value);
+    platform::Printer& printer = module_.printer();
+    printer.job_name = "Daily Planner " + date;
+    printer.FontBold = true;
+    printer.FontSize = font_size;
+    printer.Print("Daily Planner " + date);
+    printer.Print("");
+    printer.FontBold = false;
+    for (int slot = 0; slot < PlannerDay::slots; ++slot)
+        if (!timeperiod[slot].text.empty())
+            printer.Print(trim(Label1[slot].caption) + ": " + trim(timeperiod[slot].text));
+    printer.Print("");
+    printer.Print("");
+    printer.FontBold = true;
+    printer.Print("To Do List for " + date);
+    printer.Print("");
+    printer.FontBold = false;
+    for (int line = 0; line < PlannerDay::todos; ++line)
+        if (cb[line].value == 0 && !td[line].text.empty())
+            printer.Print(td[line].text);
+    printer.EndDoc();
 }
 
 /// A double click places the appointment that waits, or goes through the link to its customer.

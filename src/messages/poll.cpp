@@ -1,5 +1,6 @@
 #include "messages/poll.h"
 
+#include "basic/text.h"
 #include "messages/generalmessage.h"
 
 namespace tolva::messages {
@@ -12,6 +13,17 @@ generalmessage& show_dialog(module::Module& module, platform::ShowMode mode) {
     module.runtime.load(std::move(screen), [] {});
     dialog.show(mode);
     return dialog;
+}
+
+/// Opens what has not yet risen today; says so and gives false when there is nothing.
+bool open_todays_messages(module::Module& module) {
+    module.messageset = module.messagedb->OpenRecordset(
+        "Select * from [table] where messageflag = false and messagetype <=4 and messagedate = #" +
+        module.today_text() + "# order by messagedate, messagetime");
+    if (module.messageset->RecordCount() > 0)
+        return true;
+    module.runtime.message("No Messages Scheduled Today", "Message");
+    return false;
 }
 
 } // namespace
@@ -36,16 +48,40 @@ void pollmessages(module::Module& module, platform::Timer& timer) {
 
 void show_todays_messages(module::Module& module, platform::Timer& timer) {
     timer.enabled = true;
-    module.messageset = module.messagedb->OpenRecordset(
-        "Select * from [table] where messageflag = false and messagetype <=4 and messagedate = #" +
-        module.today_text() + "# order by messagedate, messagetime");
-    auto& set = *module.messageset;
-    if (set.RecordCount() == 0) {
-        module.runtime.message("No Messages Scheduled Today", "Message");
+    if (!open_todays_messages(module))
         return;
-    }
+    auto& set = *module.messageset;
     for (set.MoveFirst(); !set.Eof(); set.MoveNext())
         show_dialog(module, platform::ShowMode::activate).fill(set);
+}
+
+void print_todays_messages(module::Module& module) {
+    if (!open_todays_messages(module))
+        return;
+    constexpr float font_size = 10;
+    platform::Printer& printer = module.printer();
+    printer.job_name = "Messages for " + module.today_text();
+    printer.FontBold = true;
+    printer.FontUnderline = true;
+    printer.FontName = "Arial";
+    printer.FontSize = font_size;
+    printer.Print("Messages for " + module.today_text());
+    printer.FontBold = false;
+    printer.FontUnderline = false;
+    printer.Print("");
+    auto& set = *module.messageset;
+    const auto text = [&](const char* column) {
+        const dao::FieldValue value = set.field(column);
+        return value.is_null() ? std::string() : basic::trim(value.text());
+    };
+    for (set.MoveFirst(); !set.Eof(); set.MoveNext()) {
+        printer.FontBold = true;
+        printer.Print(text("messagetime"));
+        printer.FontBold = false;
+        printer.Print(text("messagetext"));
+        printer.Print("");
+    }
+    printer.EndDoc();
 }
 
 } // namespace tolva::messages

@@ -13,4 +13,7 @@ void pollmessages(module::Module& module, platform::Timer& timer);
 /// nothing, so the poll raises the same messages again at their time.
 void show_todays_messages(module::Module& module, platform::Timer& timer);
 
+/// "Print Today's Messages": the same rows, on paper. The printer breaks the pages by itself.
+void print_todays_messages(module::Module& module);
+
 } // namespace tolva::messages

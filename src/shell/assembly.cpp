@@ -1,6 +1,13 @@
 #include "shell/assembly.h"
 
+#include "analysis/graph.h"
+#include "analysis/paymentcalculator.h"
+#include "letters/followupletters.h"
+#include "letters/frm_main.h"
+#include "letters/letter.h"
+#include "messages/appointment.h"
 #include "messages/generalmessagecreate.h"
+#include "messages/planner.h"
 #include "records/addressbook.h"
 #include "records/listings.h"
 #include "records/prospect.h"
@@ -11,6 +18,7 @@
 #include "search/zipcode.h"
 #include "shell/choosedate.h"
 #include "shell/form1.h"
+#include "shell/instructions.h"
 #include "shell/preferences.h"
 #include "shell/security.h"
 
@@ -30,6 +38,7 @@ void assemble(module::Module& module) {
     place<Form1>(module, module.Form1);
     place<preferences>(module, module.preferences);
     place<choosedate>(module, module.choosedate);
+    place<instructions>(module, module.instructions);
     place<records::listings>(module, module.listings);
     place<records::prospect>(module, module.prospect);
     place<records::sold>(module, module.sold);
@@ -39,6 +48,13 @@ void assemble(module::Module& module) {
     place<search::addresssearch>(module, module.addresssearch);
     place<search::zipcode>(module, module.zipcode);
     place<messages::generalmessagecreate>(module, module.generalmessagecreate);
+    place<messages::planner>(module, module.planner);
+    place<messages::appointment>(module, module.appointment);
+    place<letters::letter>(module, module.letter);
+    place<letters::followupletters>(module, module.followupletters);
+    place<letters::frmMain>(module, module.frmMain);
+    place<analysis::graph>(module, module.graph);
+    place<analysis::paymentcalculator>(module, module.paymentcalculator);
 }
 
 void start(module::Module& module) {

@@ -5,6 +5,7 @@
 #include "analysis/paymentcalculator.h"
 #include "basic/run_time_error.h"
 #include "support/desk.h"
+#include "support/paper.h"
 
 namespace tolva {
 namespace {
@@ -18,7 +19,6 @@ using Texts = std::vector<std::string>;
 class PaymentCalculator : public testing::Test {
   protected:
     PaymentCalculator() {
-        desk.add_coming_screens();
         desk.start();
         desk.click(desk.menu().Command4);
     }
@@ -122,7 +122,6 @@ TEST(Mortgage, ThePaymentsChargeIsLeftAsTheFormulaMadeIt) {
 class Graph : public testing::Test {
   protected:
     Graph() {
-        desk.add_coming_screens();
         desk.start();
         desk.click(desk.menu().Command6);
     }
@@ -221,6 +220,94 @@ TEST_F(Graph, ItReplacesTheSoldScreensSet) {
     add(make_date(2026, 1, 5), 100.0, 1000.0);
     create(1, "2026", 1, "2026");
     EXPECT_TRUE(desk.module().soldset->Eof());
+}
+
+// --- Their paper ---
+
+TEST_F(Graph, PrintsTheChartsOnShowBarByBar) {
+    add(make_date(2026, 1, 5), 100.0, 1000.0);
+    add(make_date(2026, 3, 5), 25.5, 4000.0);
+    create(1, "2026", 3, "2026");
+    desk.host.answers = {1};
+    desk.click(screen().Command2);
+    EXPECT_EQ(desk.host.box_texts(), Texts{"Print Graphs?"});
+    ASSERT_EQ(desk.host.recorded_printer.jobs.size(), 1u);
+    const auto& page = desk.host.recorded_printer.jobs[0].pages.at(0);
+    Texts words;
+    for (const auto& word : page.words)
+        words.push_back(word.text);
+    EXPECT_EQ(words, (Texts{"Graph of Sales",
+                            "",
+                            "UNITS SOLD",
+                            "1/2026",
+                            "1",
+                            " ",
+                            "0",
+                            "3/2026",
+                            "1",
+                            "",
+                            "COMMISSION",
+                            "1/2026",
+                            "100.00",
+                            " ",
+                            "0.00",
+                            "3/2026",
+                            "25.50",
+                            "",
+                            "TOTAL IN SALES",
+                            "1/2026",
+                            "1000.00",
+                            " ",
+                            "0.00",
+                            "3/2026",
+                            "4000.00"}));
+    // A bar for each value above 0, as long as its part of the chart's largest.
+    ASSERT_EQ(page.rules.size(), 6u);
+    const auto length = [&](std::size_t rule) { return (page.rules[rule].x2 - page.rules[rule].x1) / 56.7; };
+    EXPECT_NEAR(length(0), 110, 1e-9);
+    EXPECT_NEAR(length(1), 110, 1e-9);
+    EXPECT_NEAR(length(3), 110 * 0.255, 1e-9);
+    EXPECT_NEAR(length(4), 110 * 0.25, 1e-9);
+    for (const auto& rule : page.rules)
+        EXPECT_EQ(rule.y1, rule.y2);
+}
+
+TEST_F(Graph, PrintsNoChartThatIsHidden) {
+    desk.host.answers = {1};
+    desk.click(screen().Command2);
+    Texts words;
+    for (const auto& word : desk.host.recorded_printer.jobs.at(0).pages.at(0).words)
+        words.push_back(word.text);
+    EXPECT_EQ(words, (Texts{"Graph of Sales", "", "TOTAL IN SALES"}));
+}
+
+TEST_F(Graph, LongSpansGoOnOnTheNextPage) {
+    add(make_date(2026, 1, 5), 100.0, 1000.0);
+    create(1, "2023", 12, "2026");
+    desk.host.answers = {1};
+    desk.click(screen().Command2);
+    const auto& pages = desk.host.recorded_printer.jobs.at(0).pages;
+    EXPECT_EQ(pages.size(), 3u);
+    std::size_t rules = 0;
+    for (const auto& page : pages)
+        rules += page.rules.size();
+    EXPECT_EQ(rules, 3u);
+}
+
+TEST_F(Graph, IsNotPrintedOnCancel) {
+    desk.host.answers = {2};
+    desk.click(screen().Command2);
+    EXPECT_TRUE(desk.host.recorded_printer.jobs.empty());
+}
+
+TEST_F(Graph, APrinterThatFailsIsSaidNotToSupportGraphs) {
+    desk.host.answers = {1};
+    desk.host.recorded_printer.failing_jobs = {1};
+    desk.click(screen().Command2);
+    ASSERT_EQ(desk.host.boxes.size(), 2u);
+    EXPECT_EQ(desk.host.boxes[1].text, "Your Printer Does Not Support Printing of Graphs");
+    EXPECT_EQ(desk.host.boxes[1].title, "Printer Error");
+    EXPECT_FALSE(desk.host.error.has_value());
 }
 
 } // namespace

@@ -28,10 +28,7 @@ TEST(PlannerDays, AreNumberedFromTheFirstOfJanuary) {
 
 class PlannerFile : public testing::Test {
   protected:
-    PlannerFile() {
-        desk.add_coming_screens();
-        desk.start();
-    }
+    PlannerFile() { desk.start(); }
     std::string year_file(int year = 2026) { return desk.data_file("P" + std::to_string(year) + ".FIL"); }
 
     Desk desk;
@@ -150,7 +147,6 @@ TEST_F(PlannerFile, AFileOfTheEarlierProgramOpensAndChangesInTheDaysRecordAlone)
 class Planner : public testing::Test {
   protected:
     Planner() {
-        desk.add_coming_screens();
         desk.start();
         desk.click(desk.menu().Command2);
     }

@@ -118,6 +118,48 @@ TEST_F(Story, ANewListingIsStoredWhereItsMakersReadItWithItsReminders) {
     expect_sound_files();
 }
 
+TEST_F(Story, ScheduledLettersPrintStandInTheHistoryAndAreGone) {
+    // Nine are due; three of their customers are gone.
+    struct Expected {
+        const char *file, *id, *greeting;
+    };
+    const Expected printed[] = {
+        {"prospect.mdb", "29", "Dear Barbara,"}, {"sold.mdb", "38", "Dear Mark,"},
+        {"listings.mdb", "93", "Dear Barbara,"}, {"prospect.mdb", "74", "Dear Linda & Jessica,"},
+        {"listings.mdb", "123", "Dear Karen,"},  {"prospect.mdb", "133", "Dear Ashley and ,"},
+    };
+    std::vector<std::string> histories;
+    for (const Expected& letter : printed) {
+        const JsonRow row = find(read(letter.file), "id", letter.id);
+        const auto history = row.find("contacthistory");
+        histories.push_back(history == row.end() ? "" : basic::trim(history->second));
+    }
+    const std::size_t scheduled = read("messagedata.mdb").size();
+
+    desk->click(desk->menu().Command14);
+    EXPECT_EQ(desk->host.box_texts(), std::vector<std::string>{"6 Letters Printed"});
+    const auto& jobs = desk->host.recorded_printer.jobs;
+    ASSERT_EQ(jobs.size(), std::size(printed));
+    for (std::size_t at = 0; at < jobs.size(); ++at) {
+        const Expected& letter = printed[at];
+        const JsonRow row = find(read(letter.file), "id", letter.id);
+        const std::string& page = jobs[at].pages.at(0).rich_text;
+        EXPECT_EQ(jobs[at].name, "Letter: " + row.at("first") + " " + row.at("last"));
+        for (const std::string& words : {std::string("November 20, 2026"), std::string(letter.greeting),
+                                         row.at("address"), row.at("city")})
+            EXPECT_NE(page.find(words), std::string::npos) << words << "\nnot in\n" << page;
+        EXPECT_EQ(row.at("contacthistory"), "11/20/2026: Sent Letter\r\n" + histories[at]);
+        EXPECT_EQ(row.at("datelastcontact").substr(0, 10), "2026-11-20");
+    }
+    const auto left = read("messagedata.mdb");
+    EXPECT_EQ(left.size(), scheduled - 9);
+    for (const JsonRow& row : left)
+        EXPECT_FALSE(std::stoi(row.at("messagetype")) > 4 && row.at("messagedate") < "2026-11-21");
+    desk->click(desk->menu().Command8);
+    desk->restart();
+    expect_sound_files();
+}
+
 TEST_F(Story, AThousandEditsLeaveEveryFileSoundAndReadable) {
     desk->click(desk->menu().Command9);
     auto& screen = desk->listings();

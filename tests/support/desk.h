@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <fstream>
 #include <map>
 #include <memory>
 #include <string>
@@ -8,11 +9,16 @@
 
 #include "analysis/graph.h"
 #include "analysis/paymentcalculator.h"
+#include "letters/followupletters.h"
+#include "letters/frm_main.h"
+#include "letters/letter.h"
 #include "messages/appointment.h"
 #include "messages/generalmessage.h"
 #include "messages/generalmessagecreate.h"
 #include "messages/planner.h"
 #include "module/module.h"
+#include "printing/label.h"
+#include "printing/printaddress.h"
 #include "records/addressbook.h"
 #include "records/listings.h"
 #include "records/prospect.h"
@@ -24,6 +30,7 @@
 #include "shell/assembly.h"
 #include "shell/choosedate.h"
 #include "shell/form1.h"
+#include "shell/instructions.h"
 #include "shell/preferences.h"
 #include "shell/security.h"
 #include "support/fixed_clock.h"
@@ -49,6 +56,8 @@ class Desk {
         namespace fs = std::filesystem;
         fs::copy(source / "data", folder.path() / "data", fs::copy_options::recursive);
         fs::create_directory(folder.path() / "letters");
+        if (fs::exists(source / "letters"))
+            fs::copy(source / "letters", folder.path() / "letters", fs::copy_options::recursive);
         for (const auto& entry : fs::recursive_directory_iterator(folder.path()))
             fs::permissions(entry, fs::perms::owner_write, fs::perm_options::add);
         build();
@@ -72,10 +81,8 @@ class Desk {
     /// The screens whose logic stands but which have no window yet, so the program doesn't have them.
     void add_coming_screens() {
         auto& all = module();
-        all.planner.make = [&all] { return std::make_unique<messages::planner>(all); };
-        all.appointment.make = [&all] { return std::make_unique<messages::appointment>(all); };
-        all.graph.make = [&all] { return std::make_unique<analysis::graph>(all); };
-        all.paymentcalculator.make = [&all] { return std::make_unique<analysis::paymentcalculator>(all); };
+        all.label.make = [&all] { return std::make_unique<printing::label>(all); };
+        all.printaddress.make = [&all] { return std::make_unique<printing::printaddress>(all); };
     }
 
     module::Module& module() { return *module_; }
@@ -159,6 +166,13 @@ class Desk {
     Records messages() { return rows(*module().messagedb, "select * from [table]"); }
     Records stored_listings() { return rows(*module().listingdb, "select * from [table] order by id"); }
     Record stored_settings() { return rows(*module().preferencedb, "preference_table").at(0); }
+
+    /// Writes a document into the letters folder and gives its path as the file box would.
+    std::string write_letter(const std::string& name, const std::string& source) const {
+        const std::string path = folder.file("letters/" + name);
+        std::ofstream(path, std::ios::binary) << source;
+        return path;
+    }
 
     /// Changes the settings row as another program would, ahead of `start`.
     void set_setting(const std::string& column, const jet::Value& value) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -39,8 +40,10 @@ class RecordedPrinter final : public platform::Printer {
     std::vector<Job> jobs;
     /// How many characters of rich text a page holds.
     std::size_t characters_a_page = 2000;
-    /// The job that fails with the printer error, counted from 1; none for 0.
-    int failing_job = 0;
+    /// The jobs, counted from 1, that fail with the printer error as they begin.
+    std::set<int> failing_jobs;
+    /// How far apart lines are, as a part of the font's size.
+    float line_spacing = 1.15F;
     double edge = 360;
 
     void set_Orientation(int orientation) override { orientation_ = orientation; }
@@ -71,7 +74,7 @@ class RecordedPrinter final : public platform::Printer {
         open_page().words.push_back({CurrentX(), CurrentY(), text, FontBold, FontUnderline, FontSize});
         return static_cast<float>(text.size()) * FontSize * 10;
     }
-    float line_height() const override { return FontSize * 20 * 1.15F; }
+    float line_height() const override { return FontSize * 20 * line_spacing; }
     void begin_page() override {
         open_page();
         open_->pages.push_back({orientation_, {}, {}, {}, {}});
@@ -86,7 +89,7 @@ class RecordedPrinter final : public platform::Printer {
   private:
     Page& open_page() {
         if (!open_) {
-            if (++jobs_begun_ == failing_job)
+            if (failing_jobs.count(++jobs_begun_) > 0)
                 throw basic::RunTimeError(482);
             open_ = Job{job_name, {Page{orientation_, {}, {}, {}, {}}}};
         }
