@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "basic/run_time_error.h"
+#include "files/path.h"
 #include "jet/damage.h"
 #include "jet/header_page.h"
 #include "jet/stored_content.h"
@@ -47,15 +48,25 @@ void FilePager::open_file(Access access) {
     content_ = StoredContent(disk_, path_).read();
 }
 
-/// Other engines lock the file itself, or a file beside it. One of those that was left behind is locked by
-/// nobody.
 void FilePager::claim() {
-    if (!file_->lock() || file_->locked_by_strangers())
+    if (!file_->lock() || file_->locked_by_strangers() || users_are_noted_beside())
         throw basic::RunTimeError(3045, path_);
-    const std::size_t dot = path_.rfind('.');
-    const std::string beside = path_.substr(0, std::max(dot, path_.size() - 4)) + ".ldb";
-    if (disk_.exists(beside) && disk_.open(beside, files::OpenMode::read)->locked_by_strangers())
-        throw basic::RunTimeError(3045, path_);
+}
+
+/// Other engines note their users in a file beside this one, and lock their notes. One that was left behind
+/// is locked by nobody.
+bool FilePager::users_are_noted_beside() const {
+    const std::string name = files::name_of(path_);
+    const std::string beside =
+        path_.substr(0, path_.size() - name.size()) + name.substr(0, name.rfind('.')) + ".ldb";
+    if (!disk_.exists(beside))
+        return false;
+    try {
+        return disk_.open(beside, files::OpenMode::read)->locked_by_strangers();
+    } catch (const basic::RunTimeError& error) {
+        constexpr int others_are_kept_out = 70;
+        return error.number() == others_are_kept_out;
+    }
 }
 
 void FilePager::recover() {

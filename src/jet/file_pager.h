@@ -54,6 +54,7 @@ class FilePager final : public Pager {
 
     void open_file(Access access);
     void claim();
+    bool users_are_noted_beside() const;
     void recover();
     std::size_t read_stored(std::uint64_t at, std::span<std::uint8_t> out) const;
     PageRef fetch(PageNumber page) const;

@@ -120,6 +120,15 @@ TEST_F(Beside, ABackupHoldsEveryFileAsItWasCommitted) {
     EXPECT_TRUE(std::filesystem::exists(folder.file("data only/listings.mdb")));
 }
 
+TEST_F(Beside, AReaderTakesNoFileIntoMemoryThatIsLongerThanItsKindMayBe) {
+    const std::string store = file("listings.mdb");
+    std::filesystem::resize_file(store, std::uintmax_t{3} << 30); // with a hole
+    const auto result = run({"tables", store});
+    EXPECT_EQ(result.code, 1);
+    EXPECT_NE(result.err.find("'" + store + "'"), std::string::npos) << result.err;
+    EXPECT_NE(result.err.find("the file is longer than 2 GB"), std::string::npos) << result.err;
+}
+
 TEST_F(Beside, ABackupRefusesATargetThatIsNotEmpty) {
     const std::string target = folder.file("full");
     std::filesystem::create_directory(target);
