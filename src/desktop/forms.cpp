@@ -34,6 +34,8 @@ constexpr Layout layouts[] = {
     {"letter", build_letter},
     {"instructions", build_instructions},
     {"followupletters", build_followupletters},
+    {"label", build_label},
+    {"printaddress", build_printaddress},
     {"frmMain", build_frmmain},
     {"frmDocument", build_frmdocument},
 };

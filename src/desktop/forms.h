@@ -30,6 +30,8 @@ void build_instructions(FormBuilder& builder);
 void build_followupletters(FormBuilder& builder);
 void build_frmmain(FormBuilder& builder);
 void build_frmdocument(FormBuilder& builder);
+void build_label(FormBuilder& builder);
+void build_printaddress(FormBuilder& builder);
 
 /// The window of a screen, laid out by the screen's name and not shown yet.
 std::unique_ptr<Form> make_form(platform::Screen& screen, EventState& state);

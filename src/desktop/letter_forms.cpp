@@ -74,10 +74,12 @@ void build_frmmain(FormBuilder& builder) {
     whole->setContentsMargins(0, 0, 0, 0);
     whole->setSpacing(0);
     whole->setMenuBar(builder.menu_bar());
+    builder.say("tbToolBar", QStringLiteral("Tools"));
     whole->addWidget(builder("tbToolBar"));
     auto* const documents = new QMdiArea(&builder.form());
     documents->setObjectName(QStringLiteral("documents"));
     whole->addWidget(documents, 1);
+    builder.say("sbStatusBar", QStringLiteral("Status"));
     whole->addWidget(builder("sbStatusBar"));
     builder.form().set_documents(documents);
 }

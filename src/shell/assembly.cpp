@@ -8,6 +8,8 @@
 #include "messages/appointment.h"
 #include "messages/generalmessagecreate.h"
 #include "messages/planner.h"
+#include "printing/label.h"
+#include "printing/printaddress.h"
 #include "records/addressbook.h"
 #include "records/listings.h"
 #include "records/prospect.h"
@@ -50,6 +52,8 @@ void assemble(module::Module& module) {
     place<messages::generalmessagecreate>(module, module.generalmessagecreate);
     place<messages::planner>(module, module.planner);
     place<messages::appointment>(module, module.appointment);
+    place<printing::label>(module, module.label);
+    place<printing::printaddress>(module, module.printaddress);
     place<letters::letter>(module, module.letter);
     place<letters::followupletters>(module, module.followupletters);
     place<letters::frmMain>(module, module.frmMain);

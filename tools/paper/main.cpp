@@ -7,14 +7,13 @@
 #include "desktop/qt_printer.h"
 #include "desktop/text.h"
 #include "files/file_system.h"
+#include "printing/page.h"
 
 // Prints rich text documents to PDF files by the road that letters take: tolva-paper FILE.rtf FILE.pdf ...
 
 namespace tolva::paper {
 
 namespace {
-
-constexpr int printer_error = 482;
 
 /// The paper that the document is written for.
 std::unique_ptr<QPrinter> make_device(const rtf::PageSetup& page, const QString& file) {
@@ -34,21 +33,7 @@ void print(files::FileSystem& disk, const QString& document, const QString& file
     text.load(std::string(bytes.begin(), bytes.end()));
     desktop::QtPrinter printer;
     printer.use_once(make_device(text.document().page, file));
-    const rtf::PageSetup& page = text.document().page;
-    const platform::PaperRectangle where{static_cast<double>(page.left), static_cast<double>(page.top),
-                                         static_cast<double>(page.width - page.right),
-                                         static_cast<double>(page.height - page.bottom)};
-    printer.Print(" ");
-    for (std::size_t start = 0;;) {
-        const std::size_t next = printer.set_rich_text(text, where, start);
-        if (next >= text.length())
-            break;
-        if (next <= start)
-            throw basic::RunTimeError(printer_error);
-        start = next;
-        printer.NewPage();
-    }
-    printer.EndDoc();
+    printing::print_selection(printer, text, platform::PrintScope::all);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QTimer>
 #include <cstdio>
 #include <functional>
@@ -13,6 +14,7 @@
 #include "records/listings.h"
 #include "shell/assembly.h"
 #include "shell/form1.h"
+#include "shell/instructions.h"
 
 // Walks the program over a desk and writes a picture of every screen in each of its modes.
 
@@ -63,6 +65,10 @@ class Walk {
         show_and_take("appointment", module_.appointment);
         graphs();
         show_and_take("payment-calculator", module_.paymentcalculator);
+        show_and_take("start-of-labels", module_.label);
+        show_and_take("address-sheets", module_.printaddress);
+        letters();
+        guide();
         box();
     }
 
@@ -180,6 +186,38 @@ class Walk {
         runtime_.click(screen.Command1);
         take("graphs", screen);
         event([&] { screen.unload(); });
+    }
+
+    /// The letter screen and the word processor with a letter of the desk's, where there is one.
+    void letters() {
+        const QDir folder(desktop::to_qt(module_.appfolder) + QStringLiteral("/letters"));
+        const QStringList names = folder.entryList({QStringLiteral("*.rtf")}, QDir::Files, QDir::Name);
+        const std::string letter =
+            names.isEmpty() ? "" : module_.read_document(desktop::from_qt(folder.filePath(names.last())));
+        const auto fill = [&](platform::Screen& screen, const char* box) {
+            auto* const text = dynamic_cast<platform::RichTextBox*>(screen.find(box));
+            if (text && !letter.empty())
+                event([&] { text->change().load(letter); });
+        };
+        event([&] { module_.letter().show(); });
+        fill(module_.letter(), "rtf1");
+        take("letter", module_.letter());
+        event([&] { module_.letter().unload(); });
+        event([&] { module_.frmMain().show(); });
+        for (platform::Screen* screen : runtime_.screens())
+            if (screen->name() == "frmDocument")
+                fill(*screen, "rtfText");
+        take("word-processor", module_.frmMain());
+        event([&] { module_.frmMain().unload(); });
+    }
+
+    void guide() {
+        if (!QFileInfo::exists(desktop::to_qt(module_.appfolder) +
+                               QStringLiteral("/data/TOLVA_Documentation.rtf")))
+            return;
+        event([&] { module_.instructions().show_document("TOLVA_Documentation.rtf"); });
+        take("guide", module_.instructions());
+        event([&] { module_.instructions().unload(); });
     }
 
     void box() {
