@@ -1,5 +1,6 @@
 #include "letters/frm_main.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "basic/number.h"
@@ -16,6 +17,8 @@ namespace {
 
 constexpr int object_not_set = 91;
 constexpr const char* section = "Settings";
+/// Beyond any desk, in twips: what a setting says is not to be trusted with more.
+constexpr double farthest = 1e6;
 
 /// The frame's place in the user's settings, in twips, and where it is the first time.
 struct PlaceSetting {
@@ -29,6 +32,18 @@ constexpr PlaceSetting place_settings[] = {
     {"MainWidth", "6500", &WindowPlace::width},
     {"MainHeight", "6500", &WindowPlace::height},
 };
+
+/// What a save would lose, a line for each kind, as far as a box has room; empty for most documents.
+std::string loss_lines(const rtf::Document& document) {
+    constexpr std::size_t room = 8;
+    const std::vector<std::string> losses = rtf::losses(document);
+    std::string lines;
+    for (std::size_t at = 0; at < losses.size() && at < room; ++at)
+        lines += "\r\n" + losses[at];
+    if (losses.size() > room)
+        lines += "\r\nand " + std::to_string(losses.size() - room) + " more";
+    return lines;
+}
 
 /// Runs a command that goes on whatever fails in it.
 template <class Command>
@@ -100,9 +115,11 @@ frmMain::frmMain(module::Module& module)
 
 void frmMain::on_load() {
     place.emplace();
-    for (const PlaceSetting& setting : place_settings)
-        (*place).*setting.member = static_cast<int>(
-            basic::leading_number(runtime().host().user_setting(section, setting.key, setting.otherwise)));
+    for (const PlaceSetting& setting : place_settings) {
+        const double twips =
+            basic::leading_number(runtime().host().user_setting(section, setting.key, setting.otherwise));
+        (*place).*setting.member = static_cast<int>(std::clamp(twips, -farthest, farthest));
+    }
     LoadNewDoc();
 }
 
@@ -180,9 +197,7 @@ void frmMain::save_as() {
 /// What another program put into the document and a save would lose is not lost without a word.
 void frmMain::write(frmDocument& document, const std::string& path) {
     const RichText& content = document.rtfText.content();
-    std::string lost;
-    for (const std::string& loss : rtf::losses(content.document()))
-        lost += "\r\n" + loss;
+    const std::string lost = loss_lines(content.document());
     if (!lost.empty() && module_.confirm("Saving this document would lose some of it:" + lost) != 1)
         return;
     const std::string source = content.save();

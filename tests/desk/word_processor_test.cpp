@@ -261,6 +261,37 @@ TEST_F(WordProcessor, AFileThatCannotBeWrittenEndsTheProgram) {
     EXPECT_TRUE(desk.host.ended);
 }
 
+TEST_F(WordProcessor, WhatASaveWouldLoseIsSaidFirst) {
+    const std::string foreign = letter_of("\\frobnicate Hello");
+    open("foreign.rtf", foreign);
+    desk.host.answers = {2};
+    desk.choose(frame().mnuFileSave);
+    EXPECT_EQ(desk.host.box_texts(),
+              Texts{"Saving this document would lose some of it:\r\nthe unknown word \\frobnicate"});
+    EXPECT_EQ(file_content(letter("foreign.rtf")), foreign);
+    desk.host.answers = {1};
+    desk.choose(frame().mnuFileSave);
+    EXPECT_EQ(file_content(letter("foreign.rtf")).find("frobnicate"), std::string::npos);
+
+    std::string words;
+    for (int word = 0; word < 20; ++word)
+        words += "\\frobnicate" + std::string(1, static_cast<char>('a' + word));
+    open("worse.rtf", letter_of(words + " Hello"));
+    desk.host.answers = {2};
+    desk.choose(frame().mnuFileSave);
+    const std::string last_line = "and 12 more";
+    const std::string text = desk.host.boxes.back().text;
+    EXPECT_EQ(text.substr(text.size() - last_line.size()), last_line);
+}
+
+TEST_F(WordProcessor, APlaceThatNoDeskHasIsCutShort) {
+    desk.choose(frame().mnuFileExit);
+    desk.host.user_settings["Settings/MainLeft"] = "-1e300";
+    desk.host.user_settings["Settings/MainWidth"] = "wide";
+    desk.click(desk.menu().Command5);
+    EXPECT_EQ(frame().place, (platform::WindowPlace{-1000000, 1000, 0, 6500}));
+}
+
 TEST_F(WordProcessor, ALetterSavedHereCanBeMergedAndPrinted) {
     desk.choose(frame().first_name);
     desk.host.file_to_save = letter("mine.rtf");
