@@ -3,7 +3,7 @@
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
+#include <QPrintDialog>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTemporaryDir>
@@ -145,6 +145,51 @@ TEST_F(Printers, AFolderThatIsNotThereCannotBeChosen) {
     choose_files(host, folder.filePath(QStringLiteral("nowhere")), "OK");
     EXPECT_FALSE(could_press);
     EXPECT_EQ(load_print_target(UserSettings(settings())), PrintTarget());
+}
+
+/// Answers the box that asks where and what to print.
+void answer_print_box(const char* button) {
+    auto* const look = new QTimer(QCoreApplication::instance());
+    QObject::connect(look, &QTimer::timeout, look, [look, button] {
+        auto* const box = dynamic_cast<QPrintDialog*>(QApplication::activeModalWidget());
+        if (!box)
+            return;
+        look->stop();
+        look->deleteLater();
+        EXPECT_EQ(box->windowTitle(), QStringLiteral("Print"));
+        for (auto* one : box->findChildren<QPushButton*>())
+            if (one->text().remove(QLatin1Char('&')) == QString::fromUtf8(button)) {
+                one->click();
+                return;
+            }
+        ADD_FAILURE() << "no button " << button;
+        box->reject();
+    });
+    look->start(1);
+}
+
+TEST_F(Printers, OneJobsBoxOffersTheSelectionAndHoldsForThatJob) {
+    UserSettings kept(settings());
+    save_print_target(kept, {PrintTarget::Kind::pdf_folder, folder.path()});
+    QtHost host(*disk, settings());
+    answer_print_box("Print");
+    EXPECT_EQ(host.ask_print("Print", true), platform::PrintScope::selection);
+    host.printer().Print("once");
+    host.printer().EndDoc();
+    host.printer().Print("again");
+    host.printer().EndDoc();
+    EXPECT_EQ(QDir(folder.path()).entryList({QStringLiteral("*.pdf")}, QDir::Files).size(), 2);
+    answer_print_box("Print");
+    EXPECT_EQ(host.ask_print("Print", false), platform::PrintScope::all);
+}
+
+TEST_F(Printers, ACancelledBoxPrintsNothing) {
+    UserSettings kept(settings());
+    save_print_target(kept, {PrintTarget::Kind::pdf_folder, folder.path()});
+    QtHost host(*disk, settings());
+    answer_print_box("Cancel");
+    EXPECT_EQ(host.ask_print("Print", false), platform::PrintScope::cancelled);
+    EXPECT_TRUE(QDir(folder.path()).entryList({QStringLiteral("*.pdf")}, QDir::Files).isEmpty());
 }
 
 TEST_F(Printers, TheUsersSettingsOutliveTheRun) {
