@@ -22,10 +22,7 @@ constexpr float label_line = 12 * 20 * 1.15F;
 
 class Labels : public testing::Test {
   protected:
-    Labels() {
-        desk.add_coming_screens();
-        desk.start();
-    }
+    Labels() { desk.start(); }
 
     printing::label& screen() { return static_cast<printing::label&>(desk.module().label()); }
     records::prospect& prospects() { return static_cast<records::prospect&>(desk.module().prospect()); }
@@ -147,7 +144,6 @@ TEST_F(Labels, TheThirtyFirstBeginsANewSheet) {
 TEST_F(Labels, BeginAtTheLabelThatIsClickedOn) {
     for (int label = 1; label <= 30; ++label) {
         Desk fresh;
-        fresh.add_coming_screens();
         fresh.start();
         for (const char* last : {"One", "Two"})
             Desk::add(*fresh.module().listingdb, support::customer({{"first", "Ann"},

@@ -78,13 +78,6 @@ class Desk {
 
     void start() { shell::start(module()); }
 
-    /// The screens whose logic stands but which have no window yet, so the program doesn't have them.
-    void add_coming_screens() {
-        auto& all = module();
-        all.label.make = [&all] { return std::make_unique<printing::label>(all); };
-        all.printaddress.make = [&all] { return std::make_unique<printing::printaddress>(all); };
-    }
-
     module::Module& module() { return *module_; }
     platform::Runtime& runtime() { return *runtime_; }
 
