@@ -25,11 +25,17 @@ QPageLayout::Orientation orientation_of(int orientation) {
 } // namespace
 
 QtPrinter::~QtPrinter() {
-    // A job that nobody ended was cut short by a failure; half of it is better not sent.
-    if (painter_.isActive()) {
-        device()->abort();
-        painter_.end();
-    }
+    // A job that nobody ended was cut short by a failure.
+    if (painter_.isActive())
+        drop_job();
+}
+
+/// Half a job is better not sent.
+void QtPrinter::drop_job() {
+    device()->abort();
+    painter_.end();
+    setting_.reset();
+    device_for_once_.reset();
 }
 
 void QtPrinter::use(const PrintTarget& target) {
@@ -130,8 +136,10 @@ QPainter& QtPrinter::page() {
 
 void QtPrinter::begin_page() {
     open_job();
-    if (!device()->newPage())
+    if (!device()->newPage()) {
+        drop_job();
         throw basic::RunTimeError(printer_error);
+    }
     turn_page_origin();
 }
 

@@ -52,6 +52,7 @@ class QtPrinter final : public platform::Printer {
     /// The painter at work on the page, in twips.
     QPainter& page();
     void open_job();
+    void drop_job();
     void turn_page_origin();
     PagedText& pages_of(const rtf::Document& document, double width, double height);
 

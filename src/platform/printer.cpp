@@ -26,13 +26,13 @@ void Printer::Print_on(const std::string& text) {
 }
 
 void Printer::NewPage() {
-    begin_page();
     go_to_top();
+    begin_page();
 }
 
 void Printer::EndDoc() {
-    end_job();
     go_to_top();
+    end_job();
     if (job_ended)
         job_ended();
 }

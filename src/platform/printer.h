@@ -15,7 +15,8 @@ struct PaperRectangle {
 
 /// The one printer object that all paper goes through. A job opens with the first thing printed and ends with
 /// `EndDoc`; the operations bear the names that the print routines were written for. Positions are in twips
-/// from the corner of the printable area, kept in single precision. Failures are error 482.
+/// from the corner of the printable area, kept in single precision. Failures are error 482, and
+/// drop the job: what is printed next begins one of its own.
 class Printer {
   public:
     static constexpr int portrait = 1;

@@ -234,6 +234,22 @@ TEST_F(FollowUpLetters, APrinterFailureLeavesTheCustomerUnstamped) {
     EXPECT_EQ(last_box(), "1 Letters Printed");
 }
 
+TEST_F(FollowUpLetters, ALetterThatFailsHalfwayLeavesNothingOnTheNextOnesPage) {
+    desk.write_letter("long.rtf", letter_of("0123456789abcdefghij"));
+    add_listing(1, {{"first", "Ann"}});
+    add_listing(2, {{"first", "Bob"}});
+    schedule(listing_letter, 1, make_date(2026, 11, 18), "long.rtf");
+    schedule(listing_letter, 2, make_date(2026, 11, 19));
+    desk.host.recorded_printer.characters_a_page = 15;
+    desk.host.recorded_printer.failing_new_page = 1;
+    run();
+    EXPECT_EQ(printed(), Texts{"Hello Bob"});
+    const auto& page = desk.host.recorded_printer.jobs.at(0).pages.at(0);
+    ASSERT_EQ(page.words.size(), 1u);
+    EXPECT_EQ(page.words[0].y, 0);
+    EXPECT_EQ(last_box(), "1 Letters Printed");
+}
+
 TEST_F(FollowUpLetters, AFailureAheadOfTheFirstLetterIsNotCaught) {
     Desk::add(*desk.module().messagedb, {{"messagetype", std::int64_t{listing_letter}},
                                          {"messagedate", make_date(2026, 11, 18)},

@@ -42,6 +42,8 @@ class RecordedPrinter final : public platform::Printer {
     std::size_t characters_a_page = 2000;
     /// The jobs, counted from 1, that fail with the printer error as they begin.
     std::set<int> failing_jobs;
+    /// The new page, counted from 1 over all jobs, that fails; none for 0.
+    int failing_new_page = 0;
     /// How far apart lines are, as a part of the font's size.
     float line_spacing = 1.15F;
     double edge = 360;
@@ -77,6 +79,10 @@ class RecordedPrinter final : public platform::Printer {
     float line_height() const override { return FontSize * 20 * line_spacing; }
     void begin_page() override {
         open_page();
+        if (++new_pages_ == failing_new_page) {
+            open_.reset();
+            throw basic::RunTimeError(482);
+        }
         open_->pages.push_back({orientation_, {}, {}, {}, {}});
     }
     void end_job() override {
@@ -98,6 +104,7 @@ class RecordedPrinter final : public platform::Printer {
 
     int orientation_ = portrait;
     int jobs_begun_ = 0;
+    int new_pages_ = 0;
     std::optional<Job> open_;
 };
 
