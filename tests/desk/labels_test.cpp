@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <chrono>
+#include <ctime>
 
 #include "support/customers.h"
 #include "support/desk.h"
@@ -232,9 +232,9 @@ TEST_F(Labels, ShowTheMailingAddressThatIsStored) {
 
 TEST_F(Labels, AThousandTakeLessThanASecondAndShowTheirProgress) {
     add_listings(1000);
-    const auto begin = std::chrono::steady_clock::now();
+    const std::clock_t begin = std::clock();
     EXPECT_EQ(print_listings(1).pages.size(), 34u);
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(1));
+    EXPECT_LT(std::clock() - begin, CLOCKS_PER_SEC);
     EXPECT_EQ(desk.host.works.at(0).steps, 1000);
     EXPECT_TRUE(desk.host.works.at(0).over);
 }

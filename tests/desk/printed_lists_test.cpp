@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <chrono>
+#include <ctime>
 
 #include "support/customers.h"
 #include "support/desk.h"
@@ -190,9 +190,9 @@ TEST_F(PrintedLists, AFailureLeavesThePaperSideways) {
 TEST_F(PrintedLists, AThousandRowsTakeLessThanASecondAndShowTheirProgress) {
     add_listings(1000);
     auto& screen = listings();
-    const auto begin = std::chrono::steady_clock::now();
+    const std::clock_t begin = std::clock();
     print(screen.m_printlistings);
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(1));
+    EXPECT_LT(std::clock() - begin, CLOCKS_PER_SEC);
     ASSERT_EQ(desk.host.works.size(), 1u);
     EXPECT_EQ(desk.host.works[0].steps, 1000);
     EXPECT_TRUE(desk.host.works[0].over);
