@@ -108,8 +108,10 @@ void RichTextEdit::show_changed(const rtf::Document& now) {
     while (behind < shorter - ahead && before[before.size() - 1 - behind] == after[after.size() - 1 - behind])
         ++behind;
     // At least one paragraph of each takes part.
-    if (ahead + behind == shorter)
-        ahead > 0 ? --ahead : --behind;
+    if (ahead + behind == shorter) {
+        std::size_t& given_up = ahead > 0 ? ahead : behind;
+        --given_up;
+    }
     show_paragraphs(*document(), static_cast<int>(ahead), static_cast<int>(before.size() - behind - ahead),
                     now, ahead, after.size() - behind, screen_twip());
     shown_ = now;
