@@ -50,13 +50,27 @@ long Recordset::RecordCount() const {
     return count;
 }
 
+bool Recordset::is_pending(std::size_t column) const {
+    return pending_ == Pending::add || (pending_ == Pending::edit && written_[column]);
+}
+
 FieldValue Recordset::field(const std::string& name) const {
     const std::size_t wanted = column(name);
-    const bool from_buffer = pending_ == Pending::add || (pending_ == Pending::edit && written_[wanted]);
-    jet::Value value = from_buffer ? buffer_[wanted] : current_reader().value(wanted);
+    jet::Value value = is_pending(wanted) ? buffer_[wanted] : current_reader().value(wanted);
     if (std::holds_alternative<std::string>(value))
         return FieldValue(std::move(value), database_.current_year());
     return FieldValue(std::move(value));
+}
+
+const jet::Value& Recordset::value(std::size_t column) const {
+    if (values_.empty())
+        values_.resize(schema().columns.size());
+    jet::Value& into = values_[column];
+    if (is_pending(column))
+        into = buffer_[column];
+    else
+        current_reader().read_into(column, into);
+    return into;
 }
 
 void Recordset::write(const std::string& name, const jet::Value& value) {
@@ -110,12 +124,7 @@ void Recordset::Update() {
         throw RunTimeError(no_edit_begun);
     database_.about_to_change();
     if (pending_ == Pending::edit) {
-        const jet::RowId id = current_row();
-        jet::Row row = table_.read(id);
-        for (std::size_t i = 0; i < row.size(); ++i)
-            if (written_[i])
-                row[i] = buffer_[i];
-        table_.update(id, row);
+        table_.change(current_row(), buffer_, written_);
     } else {
         const jet::RowId id = table_.insert(buffer_);
         const bool was_behind_the_end = position_ >= size();

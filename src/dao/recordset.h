@@ -49,6 +49,9 @@ class Recordset {
     /// Reading the row under `AddNew` or `Edit` gives what was written to it. 3021 without a current row,
     /// 3265 for an unknown name, 3167 when the row was deleted through another set.
     FieldValue field(const std::string& name) const;
+    /// The same for a long walk, by the column's place in `schema()`. Good until this set is asked for the
+    /// column again.
+    const jet::Value& value(std::size_t column) const;
 
     /// Writing needs `AddNew` or `Edit` (3020). Text, numbers, dates, yes/no and null, converted as told at
     /// `convert`; 3265 for an unknown name, 3163 for what is too wide for its column.
@@ -81,6 +84,8 @@ class Recordset {
     jet::RowId current_row() const;
     const jet::RowReader& current_reader() const;
     std::size_t column(const std::string& name) const;
+    /// Whether reading this column gives what was written under `AddNew` or `Edit`.
+    bool is_pending(std::size_t column) const;
     std::ptrdiff_t size() const { return static_cast<std::ptrdiff_t>(rows_.size()); }
 
     jet::Row new_row() const;
@@ -109,6 +114,8 @@ class Recordset {
 
     /// Names as they were asked for, since a walk asks for the same ones on each row.
     mutable std::unordered_map<std::string, std::size_t> columns_;
+    /// What was read by place, kept so that its room is used again.
+    mutable jet::Row values_;
 
     /// A reader on the current row, good until a move or a change of the store.
     mutable std::unique_ptr<jet::RowSeeker> reader_;

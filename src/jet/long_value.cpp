@@ -95,18 +95,40 @@ std::vector<std::uint8_t> read_long_value(const Pager& pager, PageNumber where,
 }
 
 Value decode_column(const Pager& pager, PageNumber where, const Column& column, const RowView& row) {
+    Value value;
+    decode_column(pager, where, column, row, value);
+    return value;
+}
+
+void decode_column(const Pager& pager, PageNumber where, const Column& column, const RowView& row,
+                   Value& into) {
+    const auto decode_text_of = [&](std::span<const std::uint8_t> stored) {
+        auto* const text = std::get_if<std::string>(&into);
+        decode_text(stored, row.format(), text ? *text : into.emplace<std::string>());
+    };
     const bool null = row.is_null(column);
-    if (column.type == ColumnType::boolean)
-        return !null;
-    if (null)
-        return {};
+    if (column.type == ColumnType::boolean) {
+        into = !null;
+        return;
+    }
+    if (null) {
+        into = std::monostate{};
+        return;
+    }
     const auto field = row.field(column);
-    if (!column.is_long())
-        return decode_field(pager, where, column, field);
-    std::vector<std::uint8_t> bytes = read_long_value(pager, where, field);
-    if (column.type == ColumnType::memo)
-        return decode_text(bytes, pager.format());
-    return bytes;
+    if (column.type == ColumnType::text) {
+        decode_text_of(field);
+    } else if (!column.is_long()) {
+        into = decode_field(pager, where, column, field);
+    } else if (column.type == ColumnType::memo) {
+        const LongValueHead head = read_long_value_head(pager, where, field);
+        if (head.form == LongValueHead::Form::inside)
+            decode_text_of(field.subspan(LongValueHead::size, head.length));
+        else
+            decode_text_of(read_long_value(pager, where, field));
+    } else {
+        into = read_long_value(pager, where, field);
+    }
 }
 
 LongValueStore::LongValueStore(Pager& pager, PageSpace& space, const Column& column,

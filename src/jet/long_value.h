@@ -38,6 +38,9 @@ std::vector<std::uint8_t> read_long_value(const Pager& pager, PageNumber where,
 
 /// Any column of a row, long values included; null where the row has none.
 Value decode_column(const Pager& pager, PageNumber where, const Column& column, const RowView& row);
+/// The same into a value, whose text gives its room to the new one.
+void decode_column(const Pager& pager, PageNumber where, const Column& column, const RowView& row,
+                   Value& into);
 
 /// Calls `visit` with each record outside the row that the value uses, in order, and what it holds of the
 /// value. Same errors.

@@ -85,7 +85,8 @@ void encode_text_field(const Format& format, const Column& column, const std::st
 } // namespace
 
 RowView::RowView(const Pager& pager, PageNumber where, std::span<const std::uint8_t> bytes)
-    : pager_(&pager), where_(where), bytes_(bytes), width_(pager.format().row.count_size) {
+    : pager_(&pager), format_(&pager.format()), where_(where), bytes_(bytes),
+      width_(format_->row.count_size) {
     if (bytes.size() < width_)
         fail("is too short");
     columns_ = number(bytes.data());
@@ -119,7 +120,7 @@ std::span<const std::uint8_t> RowView::field(const Column& column) const {
         fail("is too short for its column '" + column.name + "'");
     const std::uint8_t* const count_at = bytes_.data() + bytes_.size() - tail;
     const std::size_t count = number(count_at);
-    const std::size_t jumps = pager_->format().row.jump_table ? jumps_of_row(bytes_.size()) : 0;
+    const std::size_t jumps = format_->row.jump_table ? jumps_of_row(bytes_.size()) : 0;
     const std::size_t trailer = tail + jumps + width_ * (count + 1);
     if (bytes_.size() < width_ + trailer)
         fail("claims " + std::to_string(count) + " variable columns");
@@ -234,6 +235,11 @@ StoredField encode_field(const Format& format, const Column& column, const Value
 
 std::vector<std::uint8_t> encode_row(const Format& format, const TableDefinition& table,
                                      std::span<const StoredField> fields) {
+    return encode_row(format, table, std::vector<StoredFieldView>(fields.begin(), fields.end()));
+}
+
+std::vector<std::uint8_t> encode_row(const Format& format, const TableDefinition& table,
+                                     std::span<const StoredFieldView> fields) {
     const std::size_t width = format.row.count_size;
     std::vector<std::uint8_t> row;
     const auto put_number = [&](std::size_t at, std::size_t value) {

@@ -26,11 +26,14 @@ class RowView {
     /// The stored bytes of a column that is not null; none for yes/no, which lives in the null mask.
     std::span<const std::uint8_t> field(const Column& column) const;
 
+    const Format& format() const { return *format_; }
+
   private:
     [[noreturn]] void fail(const std::string& reason) const;
     std::size_t number(const std::uint8_t* at) const;
 
     const Pager* pager_;
+    const Format* format_;
     PageNumber where_;
     std::span<const std::uint8_t> bytes_;
     std::size_t width_;
@@ -43,11 +46,22 @@ class RowView {
 Value decode_field(const Pager& pager, PageNumber where, const Column& column,
                    std::span<const std::uint8_t> field);
 
-/// Builds the bytes of a row. `fields` holds one entry for each column of the table, in its order.
 struct StoredField {
     bool null = true;
     std::vector<std::uint8_t> bytes;
 };
+/// The same, somebody else's.
+struct StoredFieldView {
+    StoredFieldView() = default;
+    StoredFieldView(bool is_null, std::span<const std::uint8_t> content) : null(is_null), bytes(content) {}
+    StoredFieldView(const StoredField& field) : null(field.null), bytes(field.bytes) {}
+
+    bool null = true;
+    std::span<const std::uint8_t> bytes;
+};
+/// Builds the bytes of a row. `fields` holds one entry for each column of the table, in its order.
+std::vector<std::uint8_t> encode_row(const Format& format, const TableDefinition& table,
+                                     std::span<const StoredFieldView> fields);
 std::vector<std::uint8_t> encode_row(const Format& format, const TableDefinition& table,
                                      std::span<const StoredField> fields);
 

@@ -26,6 +26,10 @@ Value StoredRow::value(std::size_t column) const {
     return decode_column(table_.pager_, page_, table_.definition_.columns[column], *view_);
 }
 
+void StoredRow::read_into(std::size_t column, Value& into) const {
+    decode_column(table_.pager_, page_, table_.definition_.columns[column], *view_, into);
+}
+
 TableScan::TableScan(const StoredTable& table)
     : table_(table), pages_(table.data_pages()), version_(table.version()), row_(table) {}
 

@@ -14,6 +14,7 @@ class StoredRow final : public RowSeeker {
     void go_to(RowId id) override;
     void stand_on(Record record, PageNumber page);
     Value value(std::size_t column) const override;
+    void read_into(std::size_t column, Value& into) const override;
 
   private:
     const StoredTable& table_;
@@ -30,6 +31,7 @@ class TableScan final : public RowCursor {
     bool next() override;
     RowId id() const override { return id_; }
     Value value(std::size_t column) const override { return row_.value(column); }
+    void read_into(std::size_t column, Value& into) const override { row_.read_into(column, into); }
 
   private:
     void reload();

@@ -158,6 +158,16 @@ void StoredTable::update(RowId id, const Row& row) {
     writer_.update({id.page, id.slot}, row);
 }
 
+void StoredTable::change(RowId id, const Row& values, const std::vector<bool>& written) {
+    assert(values.size() == schema_.columns.size() && written.size() == values.size());
+    check_writable();
+    if (!exists(id))
+        throw basic::RunTimeError(3167);
+    ++changes_;
+    if (!writer_.change_plain({id.page, id.slot}, values, written))
+        Table::change(id, values, written);
+}
+
 void StoredTable::erase(RowId id) {
     check_writable();
     if (!exists(id))

@@ -25,6 +25,7 @@ class StoredTable final : public Table {
     RowId insert(const Row& row) override;
     void draw_auto_numbers(Row& row) override;
     void update(RowId id, const Row& row) override;
+    void change(RowId id, const Row& values, const std::vector<bool>& written) override;
     void erase(RowId id) override;
 
     Row read(RowId id) const override;

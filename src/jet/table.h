@@ -32,6 +32,8 @@ class RowReader {
   public:
     virtual ~RowReader() = default;
     virtual Value value(std::size_t column) const = 0;
+    /// The same into a value that a walk uses again and again: text takes the room of the text before it.
+    virtual void read_into(std::size_t column, Value& into) const { into = value(column); }
 };
 
 /// A reader that can be sent to any row, so that a walk by row ids needs only one.
@@ -42,8 +44,8 @@ class RowSeeker : public RowReader {
 };
 
 /// Walks the rows of a table in page and slot order. `next` goes to the following row and says whether there
-/// was one; a table that changes under a cursor is read as it then stands. After an error on a damaged page or
-/// row it goes on behind that.
+/// was one; a table that changes under a cursor is read as it then stands. After an error on a damaged page
+/// or row it goes on behind that.
 class RowCursor : public RowReader {
   public:
     virtual bool next() = 0;
@@ -72,6 +74,14 @@ class Table {
     virtual void draw_auto_numbers(Row& row) = 0;
     /// The row keeps its RowId, whatever its new size.
     virtual void update(RowId id, const Row& row) = 0;
+    /// The same for the columns that are `written`, which get their place in `values`; the others stay.
+    virtual void change(RowId id, const Row& values, const std::vector<bool>& written) {
+        Row row = read(id);
+        for (std::size_t i = 0; i < row.size(); ++i)
+            if (written[i])
+                row[i] = values[i];
+        update(id, row);
+    }
     virtual void erase(RowId id) = 0;
 
     /// Error 3167 when the row is gone.

@@ -56,15 +56,21 @@ Row TableWriter::indexed_values(PageNumber where, std::span<const std::uint8_t> 
     return values;
 }
 
+bool TableWriter::has_rule(const Column& column) const {
+    return column.required || !column.zero_length;
+}
+
+void TableWriter::check_value(const Column& column, const Value& value) const {
+    if (column.required && is_null(value) && column.type != ColumnType::boolean)
+        throw basic::RunTimeError(3314, column.name);
+    const auto* text = std::get_if<std::string>(&value);
+    if (text && text->empty() && !column.zero_length)
+        throw basic::RunTimeError(3315, column.name);
+}
+
 void TableWriter::check_values(const Row& row) const {
-    for (std::size_t i = 0; i < row.size(); ++i) {
-        const Column& column = definition_.columns[i];
-        if (column.required && is_null(row[i]) && column.type != ColumnType::boolean)
-            throw basic::RunTimeError(3314, column.name);
-        const auto* text = std::get_if<std::string>(&row[i]);
-        if (text && text->empty() && !column.zero_length)
-            throw basic::RunTimeError(3315, column.name);
-    }
+    for (std::size_t i = 0; i < row.size(); ++i)
+        check_value(definition_.columns[i], row[i]);
 }
 
 std::vector<StoredField> TableWriter::encode(const Row& row) const {
@@ -233,6 +239,45 @@ void TableWriter::update(RecordPlace place, const Row& row) {
         store(standing, encode_row(pager_.format(), definition_, fields));
         indexes_.update(old_keys, keys, index_id(place));
     });
+}
+
+bool TableWriter::change_plain(RecordPlace place, const Row& values, const std::vector<bool>& written) {
+    for (std::size_t i = 0; i < written.size(); ++i)
+        if (written[i] && definition_.columns[i].is_long())
+            return false;
+    for (const std::size_t indexed : indexes_.columns())
+        if (written[indexed])
+            return false;
+
+    const Standing standing = find(place);
+    const PageNumber where = standing.hops.back().page;
+    const RowView old(pager_, where, standing.bytes);
+    std::vector<StoredField> made;
+    made.reserve(values.size()); // the views below look into it
+    std::vector<StoredFieldView> fields;
+    fields.reserve(values.size());
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const Column& column = definition_.columns[i];
+        if (written[i])
+            fields.emplace_back(made.emplace_back(encode_field(pager_.format(), column, values[i])));
+        else if (old.is_null(column))
+            fields.emplace_back();
+        else
+            fields.emplace_back(false, old.field(column));
+    }
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const Column& column = definition_.columns[i];
+        if (written[i])
+            check_value(column, values[i]);
+        else if (has_rule(column))
+            check_value(column, decode_column(pager_, where, column, old));
+    }
+    const std::vector<std::uint8_t> bytes = encode_row(pager_.format(), definition_, fields);
+    if (bytes.size() > pager_.format().data.longest_row)
+        return false;
+    if (bytes != standing.bytes)
+        statement([&] { store(standing, bytes); });
+    return true;
 }
 
 /// Puts the row's new bytes where there is room: at home, where it went last, or somewhere else; home then

@@ -29,6 +29,10 @@ class TableWriter {
     /// See Table.
     void draw_auto_numbers(Row& row);
     void update(RecordPlace place, const Row& row);
+    /// Stores only the columns that are `written`, and leaves all other bytes of the row's fields as they
+    /// are. False, with nothing changed, when that touches a key or a long value or makes the row too long:
+    /// then only `update` will do.
+    bool change_plain(RecordPlace place, const Row& values, const std::vector<bool>& written);
     void erase(RecordPlace place);
 
     /// From now on rows stand in the order of their coming.
@@ -50,6 +54,8 @@ class TableWriter {
     Row stored_values(std::span<const StoredField> fields) const;
 
     void check_values(const Row& row) const;
+    bool has_rule(const Column& column) const;
+    void check_value(const Column& column, const Value& value) const;
     std::vector<StoredField> encode(const Row& row) const;
     std::vector<std::size_t> inside_limits(std::vector<StoredField>& fields) const;
     void statement(const std::function<void()>& change);

@@ -1,5 +1,7 @@
 #include "jet/text_codec.h"
 
+#include <cstring>
+
 #include "basic/single_byte_page.h"
 #include "jet/bytes.h"
 
@@ -84,16 +86,33 @@ std::uint8_t byte_of(std::u16string_view page, char16_t unit) {
     return '?';
 }
 
-std::string decode_bytes(std::span<const std::uint8_t> stored, int code_page) {
-    std::string out;
-    out.reserve(stored.size());
-    std::u16string_view page;
-    for (const std::uint8_t byte : stored) {
-        if (byte >= upper_half && page.empty())
-            page = basic::single_byte_page(code_page);
-        append_utf8(out, unit_of(page, byte));
+/// Where plain ASCII ends, at the end of the text or at a byte that is zero or no ASCII.
+const std::uint8_t* end_of_ascii(const std::uint8_t* at, const std::uint8_t* end) {
+    constexpr std::uint64_t lows = 0x0101'0101'0101'0101, highs = lows << 7;
+    for (std::uint64_t eight; end - at >= 8; at += 8) {
+        std::memcpy(&eight, at, sizeof eight);
+        if (((eight - lows) | eight) & highs)
+            break; // a byte with its high bit, or one that a zero borrowed from
     }
-    return out;
+    while (at != end && *at != 0 && *at < upper_half)
+        ++at;
+    return at;
+}
+
+void assign_bytes(std::string& out, const std::uint8_t* begin, const std::uint8_t* end) {
+    out.assign(reinterpret_cast<const char*>(begin), static_cast<std::size_t>(end - begin));
+}
+
+void decode_bytes(std::span<const std::uint8_t> stored, int code_page, std::string& out) {
+    const std::uint8_t* const end = stored.data() + stored.size();
+    const std::uint8_t* at = end_of_ascii(stored.data(), end);
+    assign_bytes(out, stored.data(), at);
+    std::u16string_view page;
+    for (; at != end; ++at) {
+        if (*at >= upper_half && page.empty())
+            page = basic::single_byte_page(code_page);
+        append_utf8(out, unit_of(page, *at));
+    }
 }
 
 } // namespace
@@ -108,25 +127,30 @@ std::uint8_t code_page_byte(int number, char16_t unit) {
 }
 
 std::string decode_text(std::span<const std::uint8_t> stored, const Format& format) {
-    if (format.character_size == 1)
-        return decode_bytes(stored, format.code_page);
     std::string out;
+    decode_text(stored, format, out);
+    return out;
+}
+
+void decode_text(std::span<const std::uint8_t> stored, const Format& format, std::string& out) {
+    if (format.character_size == 1) {
+        decode_bytes(stored, format.code_page, out);
+        return;
+    }
     const std::uint8_t* at = stored.data();
     const std::uint8_t* const end = at + stored.size();
     bool one_byte = false;
     if (is_compressed(stored)) {
         at += 2;
         one_byte = true;
-        out.reserve(stored.size());
         // Nearly every value is plain ASCII from here to its end.
-        const std::uint8_t* stop = at;
-        while (stop != end && *stop != 0 && *stop < 0x80)
-            ++stop;
-        out.append(reinterpret_cast<const char*>(at), static_cast<std::size_t>(stop - at));
+        const std::uint8_t* const stop = end_of_ascii(at, end);
+        assign_bytes(out, at, stop);
         at = stop;
         if (at == end)
-            return out;
+            return;
     } else {
+        out.clear();
         out.reserve(stored.size() / 2 + 8);
     }
     Utf16Sink sink(out);
@@ -145,7 +169,6 @@ std::string decode_text(std::span<const std::uint8_t> stored, const Format& form
         }
     }
     sink.flush();
-    return out;
 }
 
 std::u16string to_utf16(std::string_view text) {

@@ -14,6 +14,8 @@ namespace tolva::jet {
 /// a character for U+0001 to U+00FF, with a zero byte switching between that and two bytes. Jet 3: one byte a
 /// character, in the file's code page; what that page does not have becomes U+FFFD.
 std::string decode_text(std::span<const std::uint8_t> stored, const Format& format);
+/// The same into a string whose room is used again; what it held is gone.
+void decode_text(std::span<const std::uint8_t> stored, const Format& format, std::string& out);
 
 /// The UTF-16 units of a text; what is no UTF-8 becomes U+FFFD.
 std::u16string to_utf16(std::string_view text);

@@ -1,8 +1,10 @@
 #include "data/commands.h"
 
 #include <istream>
+#include <memory>
 #include <optional>
 #include <ostream>
+#include <utility>
 
 #include "basic/run_time_error.h"
 #include "basic/text.h"
@@ -29,27 +31,53 @@ std::string counted(std::size_t rows) {
 
 // Reading
 
-void write_header(std::ostream& out, const jet::TableSchema& schema, std::span<const std::size_t> columns) {
-    std::string_view separator;
-    for (const std::size_t column : columns) {
-        out << separator << escape(schema.columns[column].name);
-        separator = "\t";
+/// Prints rows, many at a time: a stream takes its time over each of many small texts.
+class RowPrinter {
+  public:
+    RowPrinter(std::ostream& out, const jet::TableSchema& schema, std::vector<std::size_t> columns)
+        : out_(out), schema_(schema), columns_(std::move(columns)), values_(schema.columns.size()) {
+        std::string_view separator;
+        for (const std::size_t column : columns_) {
+            text_ += separator;
+            text_ += escape(schema.columns[column].name);
+            separator = "\t";
+        }
+        text_ += '\n';
     }
-    out << '\n';
-}
 
-/// A row is printed whole or not at all.
-void write_row(std::ostream& out, const jet::TableSchema& schema, std::span<const std::size_t> columns,
-               const jet::RowReader& row) {
-    std::string line;
-    for (const std::size_t column : columns) {
-        line += field_to_text(schema.columns[column], row.value(column));
-        line += '\t';
+    /// Whole or, when a column cannot be read, not at all.
+    void print(const jet::RowReader& row) {
+        const std::size_t begin = text_.size();
+        try {
+            for (const std::size_t column : columns_) {
+                row.read_into(column, values_[column]);
+                append_field(text_, schema_.columns[column], values_[column]);
+                text_ += '\t';
+            }
+        } catch (...) {
+            text_.resize(begin);
+            throw;
+        }
+        if (text_.size() > begin)
+            text_.back() = '\n';
+        if (text_.size() >= much)
+            flush();
     }
-    if (!line.empty())
-        line.back() = '\n';
-    out << line;
-}
+
+    void flush() {
+        out_.write(text_.data(), static_cast<std::streamsize>(text_.size()));
+        text_.clear();
+    }
+
+  private:
+    static constexpr std::size_t much = std::size_t{1} << 16;
+
+    std::ostream& out_;
+    const jet::TableSchema& schema_;
+    std::vector<std::size_t> columns_;
+    jet::Row values_;
+    std::string text_;
+};
 
 void tell(std::ostream& err, const std::string& text) {
     err << "tolva-data: " << text << '\n';
@@ -85,16 +113,18 @@ ExitCode schema(Surroundings& with, const Arguments& arguments) {
 ExitCode dump(Surroundings& with, const Arguments& arguments) {
     const auto file = jet::Database::open_to_read(with.disk, arguments[0]);
     const jet::Table& table = file->table(arguments[1]);
-    const auto columns = all_columns(table.schema());
-    write_header(with.out, table.schema(), columns);
+    RowPrinter printer(with.out, table.schema(), all_columns(table.schema()));
     // What cannot be read is told, and the rest is printed all the same.
     ExitCode code = exit_success;
     for (const auto rows = table.scan();;) {
         try {
-            if (!rows->next())
+            if (!rows->next()) {
+                printer.flush();
                 return code;
-            write_row(with.out, table.schema(), columns, *rows);
+            }
+            printer.print(*rows);
         } catch (const RunTimeError& error) {
+            printer.flush();
             tell(with.err, error.text());
             code = exit_failure;
         }
@@ -117,9 +147,16 @@ ExitCode query(Surroundings& with, const Arguments& arguments) {
             columns.push_back(*column);
         }
     }
-    write_header(with.out, table.schema(), columns);
-    for (const jet::RowId row : rows)
-        write_row(with.out, table.schema(), columns, *table.reader(row));
+    RowPrinter printer(with.out, table.schema(), std::move(columns));
+    std::unique_ptr<jet::RowSeeker> reader;
+    for (const jet::RowId row : rows) {
+        if (reader)
+            reader->go_to(row);
+        else
+            reader = table.reader(row);
+        printer.print(*reader);
+    }
+    printer.flush();
     return exit_success;
 }
 

@@ -3,7 +3,6 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 
 namespace tolva::data {
 
@@ -150,15 +149,26 @@ std::string decimal_to_text(const jet::Decimal& value) {
     return with_point(value.negative, digits, value.scale);
 }
 
-std::string moment_to_text(basic::Date value) {
+void append_moment(std::string& out, basic::Date value) {
     // The last half second of the calendar would round past its end.
-    if (!(value.days >= first_day && value.days < past_last_day - 0.5 / 86400))
-        return shortest(value.days);
+    if (!(value.days >= first_day && value.days < past_last_day - 0.5 / 86400)) {
+        out += shortest(value.days);
+        return;
+    }
     const basic::DateParts parts = basic::parts_of(value);
-    std::array<char, 80> buffer{};
-    std::snprintf(buffer.data(), buffer.size(), "%04d-%02d-%02d %02d:%02d:%02d", parts.year, parts.month,
-                  parts.day, parts.hour, parts.minute, parts.second);
-    return buffer.data();
+    std::array<char, 19> text = {'0', '0', '0', '0', '-', '0', '0', '-', '0', '0',
+                                 ' ', '0', '0', ':', '0', '0', ':', '0', '0'};
+    const auto put = [&](std::size_t last, int number) {
+        for (; number > 0; number /= 10)
+            text[last--] = static_cast<char>('0' + number % 10);
+    };
+    put(3, parts.year);
+    put(6, parts.month);
+    put(9, parts.day);
+    put(12, parts.hour);
+    put(15, parts.minute);
+    put(18, parts.second);
+    out.append(text.data(), text.size());
 }
 
 std::optional<std::int64_t> parse_whole(std::string_view text) {

@@ -18,8 +18,8 @@ std::string shortest(float value);
 std::string currency_to_text(jet::Currency value);
 std::string decimal_to_text(const jet::Decimal& value);
 
-/// YYYY-MM-DD HH:MM:SS, or the number of days where the calendar ends (years 100 to 9999).
-std::string moment_to_text(basic::Date value);
+/// Appends YYYY-MM-DD HH:MM:SS, or the number of days where the calendar ends (years 100 to 9999).
+void append_moment(std::string& out, basic::Date value);
 
 std::optional<std::int64_t> parse_whole(std::string_view text);
 std::optional<double> parse_double(std::string_view text);
@@ -30,7 +30,7 @@ std::optional<jet::Currency> parse_currency(std::string_view text);
 /// `precision`.
 std::optional<jet::Decimal> parse_decimal(std::string_view text, int precision, int scale);
 
-/// The forms of `moment_to_text`; the time may be left out.
+/// The forms of `append_moment`; the time may be left out.
 std::optional<basic::Date> parse_moment(std::string_view text);
 
 } // namespace tolva::data

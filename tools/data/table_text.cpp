@@ -61,26 +61,60 @@ jet::Value whole_from_text(std::string_view text, std::int64_t least, std::int64
     return *value;
 }
 
-struct ToText {
+/// What stands for a character that cannot stand for itself; 0 for all others.
+constexpr char escape_letter(char c) {
+    switch (c) {
+    case '\t':
+        return 't';
+    case '\r':
+        return 'r';
+    case '\n':
+        return 'n';
+    case '\0':
+        return '0';
+    case '\\':
+        return '\\';
+    default:
+        return 0;
+    }
+}
+
+/// Only control characters and the backslash are ever escaped, so nearly every text goes out whole.
+void append_escaped(std::string& out, std::string_view text) {
+    std::size_t plain = 0;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const char letter = escape_letter(text[at]);
+        if (letter == 0)
+            continue;
+        out.append(text, plain, at - plain);
+        out += '\\';
+        out += letter;
+        plain = at + 1;
+    }
+    out.append(text, plain);
+}
+
+struct AppendText {
+    std::string& out;
     const jet::ColumnSchema& column;
 
-    std::string operator()(std::monostate) const { return std::string(null_text); }
-    std::string operator()(bool value) const { return value ? "1" : "0"; }
-    std::string operator()(std::int64_t value) const { return std::to_string(value); }
-    std::string operator()(double value) const {
-        return column.type == ColumnType::single_real ? shortest(static_cast<float>(value)) : shortest(value);
+    void operator()(std::monostate) const { out += null_text; }
+    void operator()(bool value) const { out += value ? '1' : '0'; }
+    void operator()(std::int64_t value) const { out += std::to_string(value); }
+    void operator()(double value) const {
+        out += column.type == ColumnType::single_real ? shortest(static_cast<float>(value)) : shortest(value);
     }
-    std::string operator()(jet::Currency value) const { return currency_to_text(value); }
-    std::string operator()(const jet::Decimal& value) const { return decimal_to_text(value); }
-    std::string operator()(basic::Date value) const { return moment_to_text(value); }
-    std::string operator()(const std::string& value) const { return escape(value); }
-    std::string operator()(const jet::Bytes& value) const { return bytes_to_text(value); }
+    void operator()(jet::Currency value) const { out += currency_to_text(value); }
+    void operator()(const jet::Decimal& value) const { out += decimal_to_text(value); }
+    void operator()(basic::Date value) const { append_moment(out, value); }
+    void operator()(const std::string& value) const { append_escaped(out, value); }
+    void operator()(const jet::Bytes& value) const { out += bytes_to_text(value); }
 };
 
 } // namespace
 
-std::string field_to_text(const jet::ColumnSchema& column, const jet::Value& value) {
-    return std::visit(ToText{column}, value);
+void append_field(std::string& out, const jet::ColumnSchema& column, const jet::Value& value) {
+    std::visit(AppendText{out, column}, value);
 }
 
 jet::Value field_from_text(const jet::ColumnSchema& column, std::string_view text) {
@@ -140,28 +174,7 @@ jet::Value field_from_text(const jet::ColumnSchema& column, std::string_view tex
 
 std::string escape(std::string_view text) {
     std::string out;
-    out.reserve(text.size());
-    for (const char c : text) {
-        switch (c) {
-        case '\t':
-            out += "\\t";
-            break;
-        case '\r':
-            out += "\\r";
-            break;
-        case '\n':
-            out += "\\n";
-            break;
-        case '\0':
-            out += "\\0";
-            break;
-        case '\\':
-            out += "\\\\";
-            break;
-        default:
-            out += c;
-        }
-    }
+    append_escaped(out, text);
     return out;
 }
 

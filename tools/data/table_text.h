@@ -19,8 +19,8 @@ namespace tolva::data {
 ///   odd files) is written as days since 1899-12-30;
 /// - binary, OLE and GUID are 0x and two hexadecimal digits a byte, in the file's order.
 
-/// One field, escaped.
-std::string field_to_text(const jet::ColumnSchema& column, const jet::Value& value);
+/// Appends one field, escaped.
+void append_field(std::string& out, const jet::ColumnSchema& column, const jet::Value& value);
 
 /// The value that a column stores for an escaped field. A date may go without its time, or be a number of
 /// days. Error 3421, with a text that says what was expected.
