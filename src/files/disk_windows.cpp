@@ -33,11 +33,17 @@ std::string narrow(const std::wstring& text) {
     return out;
 }
 
-/// The system's own spelling of a path, long ones included.
+/// The system's own spelling of a path. One that is longer than its calls take by themselves is made whole
+/// and marked as long.
 std::wstring native(const std::string& path) {
     std::wstring out = wide(path.empty() ? "." : path);
     std::replace(out.begin(), out.end(), L'/', L'\\');
-    return out;
+    constexpr std::size_t longest_plain = MAX_PATH - 14; // room for a short name, as a folder's path needs
+    if (out.size() < longest_plain || out.compare(0, 2, L"\\\\") == 0)
+        return out;
+    std::wstring whole(::GetFullPathNameW(out.c_str(), 0, nullptr, nullptr), L'\0');
+    whole.resize(::GetFullPathNameW(out.c_str(), static_cast<DWORD>(whole.size()), whole.data(), nullptr));
+    return L"\\\\?\\" + whole;
 }
 
 std::string reason(DWORD error) {
@@ -136,10 +142,16 @@ class WindowsFile final : public File {
             fail(75, path_, reason(::GetLastError()));
     }
 
-    bool lock() override { return set_lock(claim_byte, 1, LOCKFILE_EXCLUSIVE_LOCK); }
+    bool lock() override {
+        // A second lock of a handle's own would be refused like a stranger's.
+        if (!claimed_)
+            claimed_ = set_lock(claim_byte, 1, LOCKFILE_EXCLUSIVE_LOCK);
+        return claimed_;
+    }
     void unlock() override {
-        if (!clear_lock(claim_byte, 1))
+        if (claimed_ && !clear_lock(claim_byte, 1))
             fail(75, path_, reason(::GetLastError()));
+        claimed_ = false;
     }
 
     bool lock_content(Sharing sharing) override {
@@ -176,6 +188,7 @@ class WindowsFile final : public File {
 
     std::string path_;
     Handle handle_;
+    bool claimed_ = false;
 };
 
 class WindowsDisk final : public FileSystem {
@@ -256,9 +269,31 @@ class WindowsDisk final : public FileSystem {
             ::FlushFileBuffers(handle.get());
     }
 
-    std::string resolve(const std::string& path) const override { return with_slashes(path); }
+    std::string resolve(const std::string& path) const override {
+        // The system finds a name in any letter case; this only spells it as the folder does.
+        std::string found = with_slashes(path);
+        for (std::size_t end = found.size(); end > 0 && end != std::string::npos;) {
+            const std::size_t start = found.rfind('/', end - 1);
+            if (start == std::string::npos)
+                break;
+            if (const std::string name = spelled(found.substr(0, end)); name.size() == end - start - 1)
+                found.replace(start + 1, name.size(), name);
+            end = start;
+        }
+        return found;
+    }
 
   private:
+    /// The last part of a path as its folder spells it; empty when it is not there.
+    static std::string spelled(const std::string& path) {
+        WIN32_FIND_DATAW entry;
+        const HANDLE search = ::FindFirstFileW(native(path).c_str(), &entry);
+        if (search == INVALID_HANDLE_VALUE)
+            return {};
+        ::FindClose(search);
+        return narrow(entry.cFileName);
+    }
+
     static std::vector<std::string> entries(const std::string& folder) {
         std::vector<std::string> names;
         WIN32_FIND_DATAW entry;

@@ -33,7 +33,7 @@ int error_of(const std::function<void()>& action) {
 class Disk : public testing::TestWithParam<bool> {
   protected:
     Disk() : disk(GetParam() ? make_disk() : make_memory_disk()) {
-        root = GetParam() ? folder.path().string() : "/root";
+        root = GetParam() ? folder.path().generic_string() : "/root";
         if (!GetParam())
             disk->make_folder(root);
     }
@@ -133,6 +133,20 @@ TEST_P(Disk, ANameThatIsNowhereStaysAsGiven) {
     EXPECT_EQ(disk->resolve(at("None.txt")), at("None.txt"));
     EXPECT_EQ(disk->resolve(root + "\\Nowhere\\none.txt"), at("Nowhere/none.txt"));
     EXPECT_FALSE(disk->exists(at("None.txt")));
+}
+
+TEST_P(Disk, LongPathsAreAsGoodAsShortOnes) {
+    std::string deep = root;
+    for (int depth = 0; depth < 12; ++depth) {
+        deep += "/a folder with a name of thirty characters"; // 12 of them are beyond what Windows' plain
+                                                              // calls take
+        disk->make_folder(deep);
+    }
+    const auto file = disk->open(deep + "/a.txt", OpenMode::create);
+    file->write(0, bytes("far down"));
+    file->sync();
+    EXPECT_EQ(text_of(*disk, deep + "/A.TXT"), "far down");
+    EXPECT_EQ(disk->list(deep), std::vector<std::string>{"a.txt"});
 }
 
 TEST_P(Disk, RenameReplacesTheTarget) {

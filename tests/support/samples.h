@@ -12,7 +12,7 @@ namespace tolva::support {
 class TemporaryFolder {
   public:
     TemporaryFolder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "tolva-test-").string();
+        std::string pattern = (std::filesystem::temp_directory_path() / "tolva-test-").generic_string();
         for (int attempt = 0;; ++attempt) {
             path_ = pattern + std::to_string(std::rand()) + "-" + std::to_string(attempt);
             if (std::filesystem::create_directory(path_))
@@ -27,7 +27,7 @@ class TemporaryFolder {
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
     const std::filesystem::path& path() const { return path_; }
-    std::string file(const std::string& name) const { return (path_ / name).string(); }
+    std::string file(const std::string& name) const { return (path_ / name).generic_string(); }
 
   private:
     std::filesystem::path path_;
