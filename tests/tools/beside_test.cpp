@@ -103,7 +103,7 @@ TEST_F(Beside, ABackupHoldsEveryFileAsItWasCommitted) {
     listings->commit();
     add(*listings, 2);
     const std::string target = folder.file("copy");
-    EXPECT_EQ(output({"backup", folder.path().string(), target}), "14 files copied\n");
+    EXPECT_EQ(output({"backup", folder.path().string(), target}), "16 files copied\n");
     EXPECT_EQ(ids(target + "/data/listings.mdb"), "id\n1\n");
     std::size_t files = 0;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(target)) {
@@ -113,10 +113,10 @@ TEST_F(Beside, ABackupHoldsEveryFileAsItWasCommitted) {
         const auto source = folder.path() / std::filesystem::relative(entry.path(), target);
         EXPECT_EQ(support::file_content(entry.path()), support::file_content(source)) << source;
     }
-    EXPECT_EQ(files, 14u);
+    EXPECT_EQ(files, 16u);
     EXPECT_FALSE(std::filesystem::exists(target + "/data/tolva.lock"));
 
-    EXPECT_EQ(output({"backup", data.string(), folder.file("data only")}), "13 files copied\n");
+    EXPECT_EQ(output({"backup", data.string(), folder.file("data only")}), "15 files copied\n");
     EXPECT_TRUE(std::filesystem::exists(folder.file("data only/listings.mdb")));
 }
 
@@ -137,7 +137,7 @@ TEST_F(Beside, ABackupRefusesATargetThatIsNotEmpty) {
     EXPECT_EQ(result.code, 1);
     EXPECT_EQ(result.err, "tolva-data: Path/File access error: '" + target + "' (is not empty)\n");
     std::filesystem::remove(target + "/mine.txt");
-    EXPECT_EQ(output({"backup", data.string(), target}), "12 files copied\n");
+    EXPECT_EQ(output({"backup", data.string(), target}), "14 files copied\n");
 }
 
 TEST_F(Beside, ABackupOfADeskThatLacksAStoreIsRefused) {

@@ -51,9 +51,10 @@ TEST_F(DeskLayout, ANewDeskIsCompleteAndSound) {
     ASSERT_EQ(result.code, 0) << result.err;
     EXPECT_EQ(names_in(desk), (std::vector<std::string>{"data", "letters", "tolva"}));
     EXPECT_EQ(names_in(desk / "data"),
-              (std::vector<std::string>{"address.mdb", "basement.txt", "construction.txt", "database.mdb",
-                                        "features.txt", "garage.txt", "listings.mdb", "listingsource.txt",
-                                        "messagedata.mdb", "prospect.mdb", "sold.mdb", "zipcodes.mdb"}));
+              (std::vector<std::string>{"TOLVA_Documentation.rtf", "TOLVA_Tutorial.rtf", "address.mdb",
+                                        "basement.txt", "construction.txt", "database.mdb", "features.txt",
+                                        "garage.txt", "listings.mdb", "listingsource.txt", "messagedata.mdb",
+                                        "prospect.mdb", "sold.mdb", "zipcodes.mdb"}));
     std::vector<std::string> check = {"check"};
     for (const std::string& store : stores)
         check.push_back((desk / "data" / (store + ".mdb")).string());
