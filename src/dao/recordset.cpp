@@ -192,10 +192,11 @@ jet::RowId Recordset::current_row() const {
 }
 
 const jet::RowReader& Recordset::current_reader() const {
-    const jet::RowId row = current_row();
+    // A move leaves the reader behind, and a row that this set deleted has aged it.
     if (reader_is_here_ && reader_age_ == database_.changes())
         return *reader_;
     reader_is_here_ = false;
+    const jet::RowId row = current_row();
     if (reader_)
         reader_->go_to(row);
     else

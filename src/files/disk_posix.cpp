@@ -85,8 +85,9 @@ class PosixFile final : public File {
     }
 
     void sync() override {
+        // The content and the length are what counts; when the file was changed is not worth a wait.
         // Not retried: after a failed sync the system may have dropped what it could not write.
-        if (::fsync(descriptor_.number()) != 0)
+        if (::fdatasync(descriptor_.number()) != 0)
             fail(75, path_, reason(errno));
     }
 

@@ -111,9 +111,10 @@ void Journal::write(const files::File& database, const Change& change) {
     header.blocks = static_cast<std::uint32_t>(change.blocks.size());
     header.rest_sum = sum_of_rest(database, header.old_length, header.salt, change.blocks);
 
-    files::Bytes batch;
+    // The header's place is taken now, blank: filling it later changes nothing but the device's blocks.
+    files::Bytes batch(block_size);
     constexpr std::size_t batch_limit = 64 * record_size;
-    std::uint64_t written = block_size;
+    std::uint64_t written = 0;
     const auto flush = [&] {
         file->write(written, batch);
         written += batch.size();

@@ -28,7 +28,7 @@ class RowValues {
     const jet::Value& at(std::size_t slot) {
         Slot& wanted = slots_[slot];
         if (wanted.generation != generation_) {
-            wanted.value = row_->value(wanted.column);
+            row_->read_into(wanted.column, wanted.value);
             wanted.generation = generation_;
         }
         return wanted.value;

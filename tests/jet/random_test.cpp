@@ -128,8 +128,17 @@ void change(Table& table, Model& model, RowMaker& maker, std::int64_t& next_id) 
         Row row = maker.row(id);
         if (maker.below(2) == 0)
             row[3] = model[id][3];
-        table.update(find(id), row);
-        model[id] = row;
+        if (maker.below(2) == 0) {
+            table.update(find(id), row);
+            model[id] = row;
+            return;
+        }
+        std::vector<bool> written(row.size());
+        const std::size_t one_in = 1 + maker.below(4);
+        for (std::size_t i = 0; i < row.size(); ++i)
+            if ((written[i] = maker.below(one_in) == 0))
+                model[id][i] = row[i];
+        table.change(find(id), row, written);
     } else if (kind < 9 || model.size() > 300) {
         const std::int64_t id = pick();
         table.erase(find(id));

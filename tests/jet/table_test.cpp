@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "jet/bytes.h"
 #include "jet/open_database.h"
 #include "support/jet_files.h"
@@ -298,6 +300,79 @@ TEST_P(EachTable, RequiredAndZeroLengthAreObeyed) {
     } catch (const basic::RunTimeError& failure) {
         EXPECT_NE(failure.text().find("'name'"), std::string::npos) << failure.text();
     }
+}
+
+/// Which of the columns of `plain_table` a change writes.
+std::vector<bool> only(std::size_t column) {
+    std::vector<bool> written(4);
+    written[column] = true;
+    return written;
+}
+
+TEST_P(EachTable, AChangeStoresTheWrittenColumnsAndNoOthers) {
+    JetFile file({plain_table()}, GetParam());
+    Table& table = file.table("Plain");
+    const RowId id = table.insert(plain_row(1, "one", std::string("x"), std::string(5000, 'n')));
+    const Row values = plain_row(2, "a longer name", std::string("y"), std::string("z"));
+    table.change(id, values, only(1));
+    EXPECT_EQ(table.read(id), plain_row(1, "a longer name", std::string("x"), std::string(5000, 'n')));
+    table.change(id, values, only(3));
+    EXPECT_EQ(table.read(id), plain_row(1, "a longer name", std::string("x"), std::string("z")));
+    table.change(id, Row(4), only(2));
+    EXPECT_EQ(table.read(id), plain_row(1, "a longer name", {}, std::string("z")));
+    EXPECT_EQ(findings(file.database()), "");
+}
+
+TEST_P(EachTable, AChangeToWhatIsThereLeavesNothingToCommit) {
+    JetFile file({plain_table()}, GetParam());
+    Table& table = file.table("Plain");
+    const RowId id = table.insert(plain_row(1, "one"));
+    file.database().commit();
+    table.change(id, plain_row(1, "one"), only(1));
+    EXPECT_FALSE(file.database().has_pending_changes());
+    table.change(id, plain_row(1, "two"), only(1));
+    EXPECT_TRUE(file.database().has_pending_changes());
+}
+
+TEST_P(EachTable, AChangeMovesMemosOutWhenItFillsTheRow) {
+    // Twenty memos that fit into the row, and texts that do not fit beside them.
+    const int memos = 20, texts = GetParam() == Format::Version::jet3 ? 6 : 12;
+    TableSchema wide;
+    wide.name = "Wide";
+    for (int i = 0; i < memos; ++i)
+        wide.columns.push_back(column("memo" + std::to_string(i), ColumnType::memo));
+    for (int i = 0; i < texts; ++i)
+        wide.columns.push_back(column("text" + std::to_string(i), ColumnType::text, 255));
+    JetFile file({wide}, GetParam());
+    Table& table = file.table("Wide");
+    Row row(wide.columns.size());
+    std::fill_n(row.begin(), memos, Value(std::string(50, 'm')));
+    const RowId id = table.insert(row);
+    for (std::size_t i = static_cast<std::size_t>(memos); i < row.size(); ++i) {
+        row[i] = std::string(250, 't');
+        std::vector<bool> written(row.size());
+        written[i] = true;
+        table.change(id, row, written);
+        ASSERT_EQ(table.read(id), row) << i;
+    }
+    EXPECT_EQ(findings(file.database()), "");
+}
+
+TEST_P(EachTable, AChangeObeysTheRulesOfAllColumns) {
+    TableSchema schema = plain_table();
+    schema.columns[1].required = true;
+    schema.columns[2].zero_length = false;
+    JetFile file({schema}, GetParam());
+    Table& table = file.table("Plain");
+    const RowId id = table.insert(plain_row(1, "one"));
+    const auto error = [&](const Row& row, std::size_t written) {
+        return error_of([&] { table.change(id, row, only(written)); });
+    };
+    EXPECT_EQ(error(Row(4), 1), 3314);
+    EXPECT_EQ(error(plain_row(1, "one", std::string()), 2), 3315);
+    EXPECT_EQ(error(plain_row(1, std::string(51, 'x')), 1), 3163);
+    EXPECT_EQ(error(Row(4), 0), 0);
+    EXPECT_EQ(table.read(id), (Row{{}, std::string("one"), {}, {}}));
 }
 
 TEST_P(EachTable, EmptyTextIsNotNull) {
