@@ -1,6 +1,7 @@
 #include "jet/file_pager.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "basic/run_time_error.h"
 #include "files/path.h"
@@ -12,6 +13,10 @@ namespace tolva::jet {
 namespace {
 
 constexpr std::size_t cache_bytes = std::size_t{32} << 20;
+
+/// Whoever wants a page this little behind the one before is walking, and gets so much read ahead.
+constexpr PageNumber longest_step = 8;
+constexpr std::size_t ahead_bytes = std::size_t{128} << 10;
 
 } // namespace
 
@@ -94,7 +99,28 @@ void FilePager::check_usable() const {
         throw basic::RunTimeError::with_text(75, failure_);
 }
 
+PageRef FilePager::take_from_ahead(PageNumber page) const {
+    const std::size_t size = format_->page_size;
+    if (page < ahead_from_ || page - ahead_from_ >= ahead_.size() / size)
+        return nullptr;
+    const auto begin = ahead_.begin() + static_cast<std::ptrdiff_t>((page - ahead_from_) * size);
+    return std::make_shared<Page>(begin, begin + static_cast<std::ptrdiff_t>(size));
+}
+
 PageRef FilePager::fetch(PageNumber page) const {
+    const bool walking = file_ && page > last_fetched_ && page - last_fetched_ <= longest_step;
+    last_fetched_ = page;
+    if (PageRef content = take_from_ahead(page))
+        return content;
+    if (walking) {
+        files::Bytes stretch = std::exchange(ahead_, {}); // gone when the reading fails
+        stretch.resize(ahead_bytes);
+        stretch.resize(read_stored(std::uint64_t{page} * format_->page_size, stretch));
+        ahead_from_ = page;
+        ahead_ = std::move(stretch);
+        if (PageRef content = take_from_ahead(page))
+            return content;
+    }
     auto content = std::make_shared<Page>(format_->page_size);
     if (read_stored(std::uint64_t{page} * format_->page_size, *content) != format_->page_size)
         damaged(path_, page, "the file ends inside this page");
@@ -256,6 +282,7 @@ void FilePager::commit() {
 }
 
 void FilePager::put_into_file() {
+    ahead_.clear(); // it tells what was stored
     // A failure here leaves the file as it was and the changes pending; a journal that stands whole says the
     // same as the file does.
     try {

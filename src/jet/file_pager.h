@@ -58,6 +58,8 @@ class FilePager final : public Pager {
     void recover();
     std::size_t read_stored(std::uint64_t at, std::span<std::uint8_t> out) const;
     PageRef fetch(PageNumber page) const;
+    /// The page as it stands in what was read ahead; null when it is not there.
+    PageRef take_from_ahead(PageNumber page) const;
     Journal::Change pending_change() const;
     std::vector<std::uint32_t> blocks_to_save() const;
     void write_pages();
@@ -77,6 +79,11 @@ class FilePager final : public Pager {
     PageNumber page_count_ = 0;
     PageNumber stored_count_ = 0;
     mutable PageCache clean_;
+    /// A stretch of the stored file, for walks: pages that are wanted one after the other lie near each
+    /// other.
+    mutable files::Bytes ahead_;
+    mutable PageNumber ahead_from_ = 0;
+    mutable PageNumber last_fetched_ = 0;
     Pages pending_;
     /// What the statement that is under way has changed: the page as it was pending before, or null where it
     /// was clean.

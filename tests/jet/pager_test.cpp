@@ -136,6 +136,32 @@ TEST(Pager, WhileAFileIsWrittenItsCommitBytesSaySo) {
     EXPECT_TRUE(seen);
 }
 
+TEST(Pager, WhatAWalkReadAheadIsForgottenWithACommit) {
+    // More pages than are kept in memory, so that what was committed has to be read again.
+    constexpr PageNumber pages = 10000;
+    files::Bytes file = plain_file();
+    file.resize(pages * jet4_format.page_size);
+    FaultyDisk disk({{path, file}});
+    FilePager pager(disk, path);
+    for (const PageNumber page : {1u, 2u, 3u})
+        EXPECT_EQ((*pager.read(page))[0], page);
+    fill(pager, 9, 0xa9);
+    pager.commit();
+    for (PageNumber page = pages; --page > 100;)
+        EXPECT_EQ((*pager.read(page))[0], 0);
+    EXPECT_EQ((*pager.read(8))[0], 8);
+    EXPECT_EQ((*pager.read(9))[0], 0xa9);
+    EXPECT_EQ((*pager.read(10))[0], 10);
+}
+
+TEST(Pager, AWalkComesToTheFilesEnd) {
+    FaultyDisk disk({{path, plain_file()}});
+    FilePager pager(disk, path);
+    for (PageNumber page = 1; page < pages_at_first; ++page)
+        EXPECT_EQ((*pager.read(page))[jet4_format.page_size - 1], page);
+    EXPECT_EQ(error_of([&] { pager.read(pages_at_first); }), 3049);
+}
+
 TEST(Pager, WhatIsPendingIsDroppedWithThePager) {
     FaultyDisk disk({{path, plain_file()}});
     {
