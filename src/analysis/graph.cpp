@@ -110,9 +110,7 @@ void graph::Command2_Click() {
         return;
     try {
         print_charts(module_.printer(), caption,
-                     {{"UNITS SOLD", chart1, basic::number_to_text},
-                      {"COMMISSION", chart2, basic::money_text},
-                      {"TOTAL IN SALES", chart3, basic::money_text}});
+                     {{"UNITS SOLD", chart1}, {"COMMISSION", chart2}, {"TOTAL IN SALES", chart3}});
     } catch (const basic::RunTimeError&) {
         runtime().message("Your Printer Does Not Support Printing of Graphs", "Printer Error");
     }

@@ -19,9 +19,9 @@ class graph : public platform::Screen {
     platform::TextBox year2{*this, "year2"};
 
     /// The last one keeps the title of the one before; the captions over them tell them apart.
-    platform::Chart chart1{*this, "chart1", "Units Sold"};
-    platform::Chart chart2{*this, "chart2", "Money Made"};
-    platform::Chart chart3{*this, "chart3", "Money Made"};
+    platform::Chart chart1{*this, "chart1", "Units Sold", platform::Chart::Values::counts};
+    platform::Chart chart2{*this, "chart2", "Money Made", platform::Chart::Values::money};
+    platform::Chart chart3{*this, "chart3", "Money Made", platform::Chart::Values::money};
 
     platform::Button Command1{*this, "Command1", "Create &Graphs"};
     platform::Button Command2{*this, "Command2", "&Print Graphs"};

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "basic/number.h"
 #include "printing/page.h"
 
 namespace tolva::analysis {
@@ -23,7 +24,12 @@ double largest(const platform::Chart& chart) {
     return most;
 }
 
-void print_bar(platform::Printer& printer, const PrintedChart& printed, const platform::Chart::Bar& bar,
+std::string value_text(const platform::Chart& chart, double value) {
+    return chart.values == platform::Chart::Values::money ? basic::money_text(value)
+                                                          : basic::number_to_text(value);
+}
+
+void print_bar(platform::Printer& printer, const platform::Chart& chart, const platform::Chart::Bar& bar,
                double most) {
     printing::printx(printer, left);
     printer.Print_on(bar.label);
@@ -38,7 +44,7 @@ void print_bar(platform::Printer& printer, const PrintedChart& printed, const pl
             bars_begin * printing::twips_a_millimetre, y,
             (bars_begin + (bars_end - bars_begin) * *bar.value / most) * printing::twips_a_millimetre, y);
     printing::printx(printer, values_begin);
-    printer.Print(printed.value(*bar.value));
+    printer.Print(value_text(chart, *bar.value));
 }
 
 } // namespace
@@ -62,7 +68,7 @@ void print_charts(platform::Printer& printer, const std::string& title,
         printer.FontBold = false;
         const double most = largest(printed.chart);
         for (const platform::Chart::Bar& bar : printed.chart.bars)
-            print_bar(printer, printed, bar, most);
+            print_bar(printer, printed.chart, bar, most);
     }
     printer.FontBold = false;
     printer.EndDoc();

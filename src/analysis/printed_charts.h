@@ -13,8 +13,6 @@ namespace tolva::analysis {
 struct PrintedChart {
     const char* caption;
     const platform::Chart& chart;
-    /// How a value is written.
-    std::string (*value)(double);
 };
 
 /// Prints a title and the charts that are on show, one below the other, as one job. Bars of one chart are in

@@ -21,8 +21,11 @@ double scale_step(double highest) {
 
 namespace {
 
-QString number_text(double value) {
-    return QLocale(QLocale::English, QLocale::UnitedStates).toString(value, 'f', 0);
+/// With the thousands grouped; money in whole dollars, as a chart is to be read at a glance.
+QString value_text(double value, platform::Chart::Values values) {
+    const QString digits = QLocale(QLocale::English, QLocale::UnitedStates).toString(std::abs(value), 'f', 0);
+    const QString unit = values == platform::Chart::Values::money ? QStringLiteral("$") : QString();
+    return (value <= -0.5 ? QStringLiteral("-") : QString()) + unit + digits;
 }
 
 } // namespace
@@ -37,13 +40,14 @@ void ChartView::set_title(const QString& title) {
     setAccessibleName(title);
 }
 
-void ChartView::show(const std::vector<platform::Chart::Bar>& bars) {
+void ChartView::show(const std::vector<platform::Chart::Bar>& bars, platform::Chart::Values values) {
     bars_ = bars;
+    values_ = values;
     // For those who can't see the bars.
     QStringList spoken;
     for (const auto& bar : bars_)
         if (bar.value && *bar.value != 0)
-            spoken += to_qt(bar.label).trimmed() + QStringLiteral(": ") + number_text(*bar.value);
+            spoken += to_qt(bar.label).trimmed() + QStringLiteral(": ") + value_text(*bar.value, values_);
     setAccessibleDescription(spoken.join(QStringLiteral(", ")));
     update();
 }
@@ -69,8 +73,9 @@ void ChartView::paintEvent(QPaintEvent*) {
         highest = std::max(highest, bar.value.value_or(0));
     const double step = scale_step(highest);
     const double top = step * std::max(1.0, std::ceil(highest / step));
-    const double left = fontMetrics().horizontalAdvance(number_text(top)) + line;
-    const QRectF plot(left, line * 1.75, width() - left - line, height() - line * 3.5);
+    const double left = fontMetrics().horizontalAdvance(value_text(top, values_)) + line;
+    // Below the title, with room for the highest bar's value above it and for the labels below.
+    const QRectF plot(left, line * 2.5, width() - left - line, height() - line * 4.25);
     if (plot.width() <= 0 || plot.height() <= 0)
         return;
     paint_scale(painter, plot, step, top);
@@ -87,30 +92,35 @@ void ChartView::paint_scale(QPainter& painter, const QRectF& plot, double step, 
         painter.drawLine(QPointF(plot.left(), y), QPointF(plot.right(), y));
         painter.setPen(palette().color(QPalette::Text));
         painter.drawText(QRectF(0, y - line / 2.0, plot.left() - line / 3.0, line),
-                         Qt::AlignRight | Qt::AlignVCenter, number_text(value));
+                         Qt::AlignRight | Qt::AlignVCenter, value_text(value, values_));
     }
 }
 
 void ChartView::paint_bars(QPainter& painter, const QRectF& plot, double top) const {
     const int line = fontMetrics().height();
     const double slot = plot.width() / static_cast<double>(std::max<std::size_t>(bars_.size(), 1));
-    double free_from = 0;
+    // Where bars stand close together, a text that finds no room is left out.
+    std::vector<QRectF> taken;
+    const auto write = [&](const QString& text, double centre, double y) {
+        const double width = fontMetrics().horizontalAdvance(text);
+        const QRectF place(centre - width / 2, y, width + 1, line);
+        const QRectF with_gap = place.adjusted(-line / 4.0, 0, line / 4.0, 0);
+        const auto overlaps = [&](const QRectF& other) { return other.intersects(with_gap); };
+        if (text.isEmpty() || std::any_of(taken.begin(), taken.end(), overlaps))
+            return;
+        painter.drawText(place, Qt::AlignCenter, text);
+        taken.push_back(place);
+    };
     for (std::size_t at = 0; at < bars_.size(); ++at) {
         const auto& bar = bars_[at];
         const double from = plot.left() + slot * static_cast<double>(at);
-        if (bar.value && *bar.value > 0) {
-            const double height = plot.height() * *bar.value / top;
+        if (bar.value && *bar.value != 0) {
+            const double height = std::max(0.0, plot.height() * *bar.value / top);
             painter.fillRect(QRectF(from + slot * 0.15, plot.bottom() - height, slot * 0.7, height),
                              palette().color(QPalette::Highlight));
+            write(value_text(*bar.value, values_), from + slot / 2, plot.bottom() - height - line);
         }
-        // Where months stand close together, a name that finds no room is left out.
-        const QString label = to_qt(bar.label).trimmed();
-        const double width = fontMetrics().horizontalAdvance(label);
-        const double start = from + (slot - width) / 2;
-        if (label.isEmpty() || start < free_from)
-            continue;
-        painter.drawText(QRectF(start, plot.bottom() + line / 4.0, width + 1, line), Qt::AlignCenter, label);
-        free_from = start + width + line / 2.0;
+        write(to_qt(bar.label).trimmed(), from + slot / 2, plot.bottom() + line / 4.0);
     }
 }
 

@@ -7,13 +7,13 @@
 
 namespace tolva::desktop {
 
-/// A bar chart, painted: sharp at every size, in the colours of the desktop.
+/// A bar chart, painted: sharp at every size, in the colours of the desktop, with each bar's value above it.
 class ChartView : public QWidget {
   public:
     explicit ChartView(QWidget* parent = nullptr);
 
     void set_title(const QString& title);
-    void show(const std::vector<platform::Chart::Bar>& bars);
+    void show(const std::vector<platform::Chart::Bar>& bars, platform::Chart::Values values);
     using QWidget::show;
 
     QSize sizeHint() const override;
@@ -28,6 +28,7 @@ class ChartView : public QWidget {
 
     QString title_;
     std::vector<platform::Chart::Bar> bars_;
+    platform::Chart::Values values_ = platform::Chart::Values::counts;
 };
 
 /// The distance between the lines of a scale that reaches up to `highest` in a handful of steps: 1, 2 or 5

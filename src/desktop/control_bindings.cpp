@@ -172,7 +172,7 @@ ChartBinding::ChartBinding(Form& form, platform::Chart& control)
 
 void ChartBinding::show_changes() {
     if (changed(bars_, chart_.bars))
-        view_->show(chart_.bars);
+        view_->show(chart_.bars, chart_.values);
 }
 
 // --- Menus ---

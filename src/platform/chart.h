@@ -18,10 +18,14 @@ class Chart : public Control {
         friend bool operator==(const Bar&, const Bar&) = default;
     };
 
-    Chart(Screen& screen, std::string name, std::string title_)
-        : Control(screen, std::move(name)), title(std::move(title_)) {}
+    /// What the values are, for whoever writes them.
+    enum class Values { counts, money };
+
+    Chart(Screen& screen, std::string name, std::string title_, Values values_)
+        : Control(screen, std::move(name)), title(std::move(title_)), values(values_) {}
 
     std::string title;
+    const Values values;
     std::vector<Bar> bars;
 };
 
