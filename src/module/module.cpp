@@ -39,6 +39,8 @@ Module::Module(platform::Runtime& runtime_, files::FileSystem& disk_, std::strin
 
 Module::~Module() {
     runtime.make_durable = nullptr;
+    // The printer belongs to the host and may print on without this program's stores.
+    printer().job_ended = nullptr;
 }
 
 void Module::refuse_second_copy() {
