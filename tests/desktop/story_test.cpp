@@ -307,5 +307,52 @@ TEST_F(Story, OfAQuickSearchThatFindsNobody) {
         << "a blank row opens nothing";
 }
 
+struct RecordStory {
+    const char* button; ///< of the main menu
+    platform::Slot<module::RecordEntry> module::Module::*slot;
+    std::unique_ptr<dao::Database> module::Module::*store;
+    const char* close;
+};
+
+class EachStory : public Story, public testing::WithParamInterface<RecordStory> {};
+
+TEST_P(EachStory, OfARecordOpenedByKeysChangedAndClosed) {
+    pass_the_gate();
+    clear_reminders();
+    click(widget(module->Form1(), GetParam().button));
+    settle();
+    platform::Screen& screen = (module.get()->*GetParam().slot)();
+    form(screen).resize(form(screen).wanted_size());
+    settle();
+    auto* const pages = form(screen).findChild<QStackedWidget*>();
+    EXPECT_EQ(QApplication::focusWidget(), widget(screen, "grid1"));
+    press(Qt::Key_Down);
+    press(Qt::Key_Return);
+    ASSERT_EQ(pages->currentIndex(), 1);
+    EXPECT_EQ(QApplication::focusWidget(), widget(screen, "first"));
+    const QString last = text(screen, "last");
+    type(QStringLiteral("Zebulon"));
+    click(widget(screen, GetParam().close));
+    settle();
+    EXPECT_EQ(pages->currentIndex(), 0);
+    EXPECT_EQ(QApplication::focusWidget(), widget(screen, "grid1"));
+    const auto stored =
+        (module.get()->*GetParam().store)->OpenRecordset("select * from [table] where first = 'Zebulon'");
+    ASSERT_EQ(stored->RecordCount(), 1);
+    EXPECT_EQ(stored->field("last").text(), from_qt(last));
+    form(screen).close();
+    settle();
+    EXPECT_TRUE(form(module->Form1()).isActiveWindow());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Story, EachStory,
+    testing::Values(
+        RecordStory{"Command9", &module::Module::listings, &module::Module::listingdb, "Command5"},
+        RecordStory{"Command3", &module::Module::prospect, &module::Module::prospectdb, "Command5"},
+        RecordStory{"Command7", &module::Module::sold, &module::Module::solddb, "Command5"},
+        RecordStory{"Command1", &module::Module::addressbook, &module::Module::addressdb, "Command18"}),
+    [](const auto& each) { return std::string(each.param.button); });
+
 } // namespace
 } // namespace tolva::desktop

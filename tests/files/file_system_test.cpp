@@ -179,7 +179,7 @@ TEST_P(Disk, ALockHasOneHolder) {
 TEST_P(Disk, ALockEndsWithItsFile) {
     put("a.txt", "x");
     auto first = disk->open(at("a.txt"), OpenMode::read_write);
-    const auto second = disk->open(at("a.txt"), OpenMode::sole_write);
+    const auto second = disk->open(at("a.txt"), OpenMode::read_write);
     EXPECT_TRUE(first->lock());
     EXPECT_FALSE(second->lock());
     first.reset();
