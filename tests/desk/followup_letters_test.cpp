@@ -346,18 +346,19 @@ TEST_F(FollowUpLetters, AKillAmongManyLettersLosesAtMostTheLastStamp) {
     ended = [this, commit = ended, &left, jobs = 0]() mutable {
         commit();
         if (++jobs == printed_by_then)
-            std::filesystem::copy(desk.folder.path(), left.path(), std::filesystem::copy_options::recursive);
+            std::filesystem::copy(desk.folder.path(), left.path() / "desk",
+                                  std::filesystem::copy_options::recursive);
     };
     run();
     ASSERT_EQ(printed().size(), std::size_t{letters});
 
     dao::DBEngine engine(*desk.disk, [] { return 2026; });
-    const auto stored = engine.Workspaces(0).OpenDatabase(left.file("data/listings.mdb"));
+    const auto stored = engine.Workspaces(0).OpenDatabase(left.file("desk/data/listings.mdb"));
     int stamped = 0;
     for (const auto& row : Desk::rows(*stored, "select * from [table] where id>0"))
         stamped += row.at("contacthistory").empty() ? 0 : 1;
     EXPECT_EQ(stamped, printed_by_then - 1);
-    const auto messages = engine.Workspaces(0).OpenDatabase(left.file("data/messagedata.mdb"));
+    const auto messages = engine.Workspaces(0).OpenDatabase(left.file("desk/data/messagedata.mdb"));
     EXPECT_EQ(Desk::rows(*messages, "select * from [table]").size(), std::size_t{letters});
 }
 

@@ -118,6 +118,8 @@ TEST_F(PlannerFile, SavingWithoutAFileMakesOneWithThatRecordOnly) {
 
 TEST_F(PlannerFile, AFileInAnotherLetterCaseCountsAsAbsentAndStays) {
     std::ofstream(desk.data_file("p2026.fil"), std::ios::binary) << "somebody's";
+    if (std::filesystem::exists(year_file()))
+        GTEST_SKIP() << "this disk doesn't tell letter cases apart";
     desk.module().loadplannerday(make_date(2026, 1, 1));
     EXPECT_EQ(desk.host.boxes.size(), 1u);
     EXPECT_EQ(file_content(desk.data_file("p2026.fil")), "somebody's");
