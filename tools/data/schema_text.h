@@ -19,9 +19,9 @@ namespace tolva::data {
 ///
 /// A column is its name, its type and its options. Types: boolean, byte, integer, long, currency, single,
 /// double, date, binary N (bytes), text N (characters), memo, ole, guid, numeric P S (digits, of these behind
-/// the point). Column options: required, nozerolength, counter, fixed, default [EXPRESSION]. Index options: primary, unique,
-/// ignorenulls, required. A name goes between brackets when it is more than one plain word, or is "table" or
-/// "index" at the start of a line. Key words ignore letter case.
+/// the point). Column options: required, nozerolength, counter, fixed, default [EXPRESSION]. Index options:
+/// primary, unique, ignorenulls, required. A name goes between brackets when it is more than one plain word,
+/// or is "table" or "index" at the start of a line. Key words ignore letter case.
 ///
 /// Errors: 5, with a text that names `source` and the line.
 std::vector<jet::TableSchema> parse_schema(std::string_view text, const std::string& source);
