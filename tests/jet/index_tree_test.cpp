@@ -247,16 +247,16 @@ TEST(IndexTree, WorksOnNodesWithoutATail) {
 enum class Arrival { random, ascending, descending };
 
 /// Keys whose order is that of their numbers, of one kind each.
-Key made_key(const std::string& kind, std::uint32_t number) {
+Key made_key(const std::string& kind, std::uint32_t number, std::size_t longest) {
     if (kind == "short")
         return number_key(number);
     if (kind == "few")
         return number_key(number / 500);
     Key key = {0x7f};
     if (kind == "long") // up to the limit, most of it shared
-        key.insert(key.end(), 380 + number / 7 % 120, 0x4a);
+        key.insert(key.end(), longest - 130 + number / 7 % 120, 0x4a);
     if (kind == "mixed" && number % 11 == 0)
-        key.insert(key.end(), 200, 0x4a);
+        key.insert(key.end(), longest * 2 / 5, 0x4a);
     for (int shift = 24; shift >= 0; shift -= 8)
         key.push_back(static_cast<std::uint8_t>(0x20 + (number >> shift & 0x7f)));
     if (kind == "mixed")
@@ -281,7 +281,7 @@ TEST_P(IndexTreeModel, AgreesWithASortedSet) {
             const std::uint32_t number = arrival == Arrival::random      ? random() % numbers
                                          : arrival == Arrival::ascending ? next++
                                                                          : numbers * 3 - next++;
-            const Key key = made_key(kind, number);
+            const Key key = made_key(kind, number, format->longest_key);
             f.tree.insert(key, row_number(number));
             model.emplace(key, row_number(number));
         } else {
@@ -294,7 +294,7 @@ TEST_P(IndexTreeModel, AgreesWithASortedSet) {
                 break;
             default: {
                 const std::uint32_t near = random() % numbers;
-                gone = model.lower_bound({made_key(kind, near), row_number(near)});
+                gone = model.lower_bound({made_key(kind, near, format->longest_key), row_number(near)});
                 if (gone == model.end())
                     gone = model.begin();
             }
@@ -307,7 +307,7 @@ TEST_P(IndexTreeModel, AgreesWithASortedSet) {
             f.expect_holds(model);
             f.expect_sound();
             for (int i = 0; i < 50; ++i) {
-                const Key key = made_key(kind, random() % numbers);
+                const Key key = made_key(kind, random() % numbers, format->longest_key);
                 const auto from = model.lower_bound({key, RowId{}});
                 std::vector<RowId> rows;
                 for (auto entry = from; entry != model.end() && entry->first == key; ++entry)
