@@ -26,12 +26,13 @@ QPageLayout::Orientation orientation_of(int orientation) {
 
 QtPrinter::~QtPrinter() {
     // A job that nobody ended was cut short by a failure.
-    if (painter_.isActive())
-        drop_job();
+    drop_job();
 }
 
 /// Half a job is better not sent.
 void QtPrinter::drop_job() {
+    if (!painter_.isActive())
+        return;
     device()->abort();
     painter_.end();
     setting_.reset();

@@ -42,6 +42,7 @@ class QtPrinter final : public platform::Printer {
     float line_height() const override;
     void begin_page() override;
     void end_job() override;
+    void drop_job() override;
 
   private:
     /// The paper as the next page lies.
@@ -52,7 +53,6 @@ class QtPrinter final : public platform::Printer {
     /// The painter at work on the page, in twips.
     QPainter& page();
     void open_job();
-    void drop_job();
     void turn_page_origin();
     PagedText& pages_of(const rtf::Document& document, double width, double height);
 

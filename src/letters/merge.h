@@ -14,8 +14,7 @@ enum class TagOrder { listings, others };
 /// Replaces the tags in a letter's source by a customer's values, one tag after the other, each over the
 /// result of the one before: a value that holds a later tag is replaced in its turn. Values go in as they
 /// stand, so one with a backslash or a brace changes the markup; a tag that formatting has split is not
-/// found. A null in
-/// any of the columns, whether the letter has its tag or not, is error 94.
+/// found. A null in any of the columns, whether the letter has its tag or not, is error 94.
 std::string merge(std::string source, const dao::Recordset& customer, const module::Module& module,
                   const std::string& ps, TagOrder order);
 

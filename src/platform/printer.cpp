@@ -37,6 +37,11 @@ void Printer::EndDoc() {
         job_ended();
 }
 
+void Printer::KillDoc() {
+    go_to_top();
+    drop_job();
+}
+
 void Printer::go_to_top() {
     x_ = y_ = 0;
     flowing_ = true;

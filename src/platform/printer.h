@@ -79,6 +79,9 @@ class Printer {
     void NewPage();
     /// Ends the job and sends it. Without a job there is nothing to end.
     void EndDoc();
+    /// Gives up the job: what is printed next begins one of its own. Without a job there is nothing to give
+    /// up.
+    void KillDoc();
 
   protected:
     /// Puts a line of text on the page, its top left at the current position, opening a job if none is open;
@@ -88,6 +91,7 @@ class Printer {
     /// Ends the page under way, opening a job if none is open, and begins the next.
     virtual void begin_page() = 0;
     virtual void end_job() = 0;
+    virtual void drop_job() = 0;
 
   private:
     void go_to_top();

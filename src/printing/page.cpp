@@ -40,8 +40,10 @@ void printrichtext(platform::Printer& printer, const rtf::RichText& text, const 
     std::size_t next = printer.set_rich_text(text, where, 0);
     for (std::size_t start = 0; next < length;) {
         // Margins that leave no room would otherwise feed paper without end.
-        if (next <= start)
+        if (next <= start) {
+            printer.KillDoc();
             throw basic::RunTimeError(printer_error);
+        }
         start = next;
         printer.NewPage();
         printer.Print(" ");

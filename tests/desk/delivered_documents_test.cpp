@@ -73,6 +73,7 @@ TEST(DeliveredLetters, ComeOutForACoupleAndForOnePersonWithNoTagLeft) {
             EXPECT_NE(text.find("Dear Ann"), std::string::npos) << path << ": " << text;
             EXPECT_NE(text.find("Salem, OR 97301"), std::string::npos) << path;
             EXPECT_NE(text.find("Pat Agent"), std::string::npos) << path;
+            EXPECT_EQ(text.find("P.S."), std::string::npos) << path << ": no postscript was typed";
         }
     }
 }

@@ -84,6 +84,12 @@ TEST_F(PrintedRichText, StandsBetweenItsMarginsWhateverTheEdgeOfTheDevice) {
 TEST_F(PrintedRichText, WithoutRoomOnThePaperFailsInsteadOfFeedingSheetsForEver) {
     printer.characters_a_page = 0;
     EXPECT_EQ(support::error_number([&] { print("text"); }), 482);
+    EXPECT_TRUE(printer.jobs.empty());
+    printer.characters_a_page = 2000;
+    print("another");
+    ASSERT_EQ(printer.jobs.size(), 1u);
+    EXPECT_EQ(printer.jobs[0].pages.size(), 1u);
+    EXPECT_EQ(printer.jobs[0].pages[0].words.size(), 1u) << "nothing of the job that was given up";
 }
 
 // --- Today's messages ---

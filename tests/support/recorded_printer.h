@@ -80,7 +80,7 @@ class RecordedPrinter final : public platform::Printer {
     void begin_page() override {
         open_page();
         if (++new_pages_ == failing_new_page) {
-            open_.reset();
+            drop_job();
             throw basic::RunTimeError(482);
         }
         open_->pages.push_back({orientation_, {}, {}, {}, {}});
@@ -91,6 +91,7 @@ class RecordedPrinter final : public platform::Printer {
         jobs.push_back(std::move(*open_));
         open_.reset();
     }
+    void drop_job() override { open_.reset(); }
 
   private:
     Page& open_page() {
