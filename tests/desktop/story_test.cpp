@@ -1,43 +1,27 @@
 #include <gtest/gtest.h>
 
 #include <QLabel>
-#include <QLineEdit>
-#include <QMessageBox>
 #include <QStackedWidget>
 #include <QTimer>
 
+#include "desk_by_hand.h"
 #include "desktop/grid_view.h"
-#include "desktop/qt_host.h"
-#include "desktop/text.h"
 #include "desktop/text_edit.h"
-#include "hands.h"
 #include "messages/generalmessage.h"
 #include "records/listings.h"
-#include "shell/assembly.h"
-#include "support/fixed_clock.h"
-#include "support/samples.h"
 
 namespace tolva::desktop {
 namespace {
 
 /// A day at the desk, by hand: from the password to a reminder, on a copy of a desk that another engine
 /// wrote.
-class Story : public testing::Test {
+class Story : public testing::Test, protected DeskByHand {
   protected:
     void SetUp() override {
-        namespace fs = std::filesystem;
-        forget_an_earlier_end();
         TOLVA_NEEDS_SAMPLE("desk/data/listings.mdb");
-        fs::copy(support::shared_sample("desk"), folder.path(), fs::copy_options::recursive);
-        for (const auto& entry : fs::recursive_directory_iterator(folder.path()))
-            fs::permissions(entry, fs::perms::owner_write, fs::perm_options::add);
+        lay_out(support::shared_sample("desk"));
         protect_by_password();
-        host.quiet_time = std::chrono::milliseconds(100);
-        host.clock_period = std::chrono::milliseconds(20);
-        module = std::make_unique<module::Module>(runtime, *disk, folder.path().string());
-        shell::assemble(*module);
     }
-    void TearDown() override { host.stop_clock(); }
 
     void protect_by_password() {
         dao::DBEngine engine(*disk, [] { return 2026; });
@@ -55,20 +39,6 @@ class Story : public testing::Test {
 
     // --- What is on show ---
 
-    Form& form(platform::Screen& screen) {
-        Form* const window = host.form_of(screen);
-        if (!window)
-            throw std::runtime_error(screen.name() + " has no window");
-        return *window;
-    }
-    QWidget* widget(platform::Screen& screen, const char* name) {
-        return form(screen).findChild<QWidget*>(QString::fromUtf8(name));
-    }
-    QString text(platform::Screen& screen, const char* name) {
-        if (auto* line = form(screen).findChild<QLineEdit*>(QString::fromUtf8(name)))
-            return line->text();
-        return form(screen).findChild<QPlainTextEdit*>(QString::fromUtf8(name))->toPlainText();
-    }
     platform::Screen& listings() { return module->listings(); }
 
     std::vector<messages::generalmessage*> reminders() {
@@ -88,21 +58,6 @@ class Story : public testing::Test {
 
     // --- What the hands do ---
 
-    /// Answers the next box with a key, as soon as it stands; says what it asked.
-    void answer_with(Qt::Key key, QString* asked = nullptr) {
-        auto* const look = new QTimer(QCoreApplication::instance());
-        QObject::connect(look, &QTimer::timeout, look, [look, key, asked] {
-            auto* const box = dynamic_cast<QMessageBox*>(QApplication::activeModalWidget());
-            if (!box || !box->isActiveWindow())
-                return;
-            if (asked)
-                *asked = box->text();
-            look->stop();
-            look->deleteLater();
-            press(key);
-        });
-        look->start(1);
-    }
     /// Presses a key in the date picker, as soon as it stands.
     void pick_with(Qt::Key key) {
         auto* const look = new QTimer(QCoreApplication::instance());
@@ -116,17 +71,8 @@ class Story : public testing::Test {
         });
         look->start(1);
     }
-    void field(const char* name, const QString& value) {
-        click(widget(listings(), name));
-        type(value);
-    }
-    /// Without a display the screen is small; here the form shall be seen whole.
-    void open_listings() {
-        click(widget(module->Form1(), "Command9"));
-        settle();
-        form(listings()).resize(form(listings()).wanted_size());
-        settle();
-    }
+    void field(const char* name, const QString& value) { fill(listings(), name, value); }
+    void open_listings() { open("Command9", &module::Module::listings); }
     void clear_reminders() {
         for (auto* dialog : reminders())
             form(*dialog).close();
@@ -151,13 +97,6 @@ class Story : public testing::Test {
         EXPECT_TRUE(form(module->Form1()).isVisible());
         EXPECT_FALSE(form(module->security()).isVisible());
     }
-
-    support::TemporaryFolder folder;
-    support::FixedClock clock{{2026, 11, 20, 10, 0, 0}};
-    std::unique_ptr<files::FileSystem> disk = files::make_disk();
-    QtHost host{*disk};
-    platform::Runtime runtime{host, clock};
-    std::unique_ptr<module::Module> module;
 };
 
 TEST_F(Story, OfANewListingFromThePasswordToItsReminder) {
@@ -319,11 +258,7 @@ class EachStory : public Story, public testing::WithParamInterface<RecordStory> 
 TEST_P(EachStory, OfARecordOpenedByKeysChangedAndClosed) {
     pass_the_gate();
     clear_reminders();
-    click(widget(module->Form1(), GetParam().button));
-    settle();
-    platform::Screen& screen = (module.get()->*GetParam().slot)();
-    form(screen).resize(form(screen).wanted_size());
-    settle();
+    platform::Screen& screen = open(GetParam().button, GetParam().slot);
     auto* const pages = form(screen).findChild<QStackedWidget*>();
     EXPECT_EQ(QApplication::focusWidget(), widget(screen, "grid1"));
     press(Qt::Key_Down);

@@ -53,13 +53,7 @@ class Desk {
     explicit Desk(const std::filesystem::path& source = delivered(),
                   basic::DateParts now = {2026, 11, 20, 10, 0, 0})
         : clock(now) {
-        namespace fs = std::filesystem;
-        fs::copy(source / "data", folder.path() / "data", fs::copy_options::recursive);
-        fs::create_directory(folder.path() / "letters");
-        if (fs::exists(source / "letters"))
-            fs::copy(source / "letters", folder.path() / "letters", fs::copy_options::recursive);
-        for (const auto& entry : fs::recursive_directory_iterator(folder.path()))
-            fs::permissions(entry, fs::perms::owner_write, fs::perm_options::add);
+        copy_desk(source, folder);
         build();
     }
 

@@ -47,6 +47,17 @@ inline std::string copy_sample(const std::string& relative, const TemporaryFolde
     return to.string();
 }
 
+/// Lays a desk's data and letters out in `folder`, to be written to.
+inline void copy_desk(const std::filesystem::path& desk, const TemporaryFolder& folder) {
+    namespace fs = std::filesystem;
+    fs::copy(desk / "data", folder.path() / "data", fs::copy_options::recursive);
+    fs::create_directory(folder.path() / "letters");
+    if (fs::exists(desk / "letters"))
+        fs::copy(desk / "letters", folder.path() / "letters", fs::copy_options::recursive);
+    for (const auto& entry : fs::recursive_directory_iterator(folder.path()))
+        fs::permissions(entry, fs::perms::owner_write, fs::perm_options::add);
+}
+
 inline std::string file_content(const std::filesystem::path& path) {
     std::ifstream in(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
