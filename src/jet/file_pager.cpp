@@ -12,7 +12,7 @@
 namespace tolva::jet {
 namespace {
 
-constexpr std::size_t cache_bytes = std::size_t{32} << 20;
+constexpr std::size_t cache_bytes = std::size_t{64} << 20;
 
 /// Whoever wants a page this little behind the one before is walking, and gets so much read ahead.
 constexpr PageNumber longest_step = 8;

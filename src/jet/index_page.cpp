@@ -167,10 +167,15 @@ IndexPage::Pieces IndexPage::operator[](std::size_t i) const {
 }
 
 Key IndexPage::whole(std::size_t i) const {
-    const Pieces pieces = (*this)[i];
-    Key entry(pieces.head.begin(), pieces.head.end());
-    entry.insert(entry.end(), pieces.rest.begin(), pieces.rest.end());
+    Key entry;
+    copy_whole(i, entry);
     return entry;
+}
+
+void IndexPage::copy_whole(std::size_t i, Key& into) const {
+    const Pieces pieces = (*this)[i];
+    into.assign(pieces.head.begin(), pieces.head.end());
+    into.insert(into.end(), pieces.rest.begin(), pieces.rest.end());
 }
 
 EntryList IndexPage::entries() const {

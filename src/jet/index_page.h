@@ -81,6 +81,8 @@ class IndexPage {
     };
     Pieces operator[](std::size_t i) const;
     Key whole(std::size_t i) const;
+    /// The same into a key that a walk uses again and again.
+    void copy_whole(std::size_t i, Key& into) const;
     EntryList entries() const;
 
     /// The first entry that is not less than `bytes`; `size()` when all are.

@@ -103,8 +103,9 @@ std::vector<RowId> IndexTree::find_prefix(std::span<const std::uint8_t> prefix) 
 }
 
 void IndexTree::walk(const std::function<bool(std::span<const std::uint8_t> key, RowId row)>& visit) const {
+    Key entry;
     visit_from({}, [&](const IndexPage& leaf, std::size_t i) {
-        const Key entry = leaf.whole(i);
+        leaf.copy_whole(i, entry);
         return visit(std::span(entry).first(entry.size() - row_size), row_of(entry));
     });
 }

@@ -201,11 +201,30 @@ std::vector<RowId> StoredTable::find(std::size_t index, std::span<const Value> v
         return find_by_scan(shape, values);
 
     MappedIndexPages pages = indexes().pages(real);
-    std::vector<RowId> rows = indexes().tree(real, pages).find_prefix(prefix);
-    for (RowId& row : rows)
-        row = id_at(row.page, row.slot);
-    std::sort(rows.begin(), rows.end());
-    return rows;
+    return rows_at(indexes().tree(real, pages).find_prefix(prefix));
+}
+
+/// Rows that an index names, in the order of the table.
+std::vector<RowId> StoredTable::rows_at(std::vector<RowId> places) const {
+    for (RowId& place : places)
+        place = id_at(place.page, place.slot);
+    std::sort(places.begin(), places.end());
+    return places;
+}
+
+std::optional<std::vector<RowId>> StoredTable::find_by_key(std::size_t index, const KeyTest& passes) const {
+    const std::size_t real = definition_.logical_indexes[index].real;
+    if (!indexes().understands(real))
+        return std::nullopt;
+    const std::size_t longest = pager_.format().longest_key;
+    std::vector<RowId> rows;
+    MappedIndexPages pages = indexes().pages(real);
+    indexes().tree(real, pages).walk([&](std::span<const std::uint8_t> key, RowId row) {
+        if (key.size() >= longest || passes(key))
+            rows.push_back(row);
+        return true;
+    });
+    return rows_at(std::move(rows));
 }
 
 bool StoredTable::matches(const RowReader& row, const RealIndex& index, std::span<const Value> values) const {

@@ -33,6 +33,7 @@ class StoredTable final : public Table {
     std::unique_ptr<RowSeeker> reader(RowId id) const override;
     std::unique_ptr<RowCursor> scan() const override;
     std::vector<RowId> find(std::size_t index, std::span<const Value> values) const override;
+    std::optional<std::vector<RowId>> find_by_key(std::size_t index, const KeyTest& passes) const override;
 
     const TableDefinition& definition() const { return definition_; }
     const TableIndexes& indexes() const { return writer_.indexes(); }
@@ -57,6 +58,7 @@ class StoredTable final : public Table {
     void check_writable() const;
     /// Whether the first columns of an index have these values in a row.
     bool matches(const RowReader& row, const RealIndex& index, std::span<const Value> values) const;
+    std::vector<RowId> rows_at(std::vector<RowId> places) const;
     std::vector<RowId> find_by_scan(const RealIndex& index, std::span<const Value> values) const;
 
     FilePager& pager_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -94,6 +95,13 @@ class Table {
     /// The rows whose first index columns equal `values` in the index's own sense of equality (text without
     /// letter case and trailing blanks), sorted by RowId. `index` is a position in `schema().indexes`.
     virtual std::vector<RowId> find(std::size_t index, std::span<const Value> values) const = 0;
+
+    /// Looks at an entry's key in an index, the form of which `append_key` tells.
+    using KeyTest = std::function<bool(std::span<const std::uint8_t> key)>;
+    /// The rows whose keys in an index pass a test, and those whose keys were too long to be whole, sorted by
+    /// RowId. What the index leaves out for its nulls is not among them. Nothing where the index's keys can't
+    /// be relied on.
+    virtual std::optional<std::vector<RowId>> find_by_key(std::size_t index, const KeyTest& passes) const = 0;
 };
 
 } // namespace tolva::jet

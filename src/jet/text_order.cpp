@@ -355,6 +355,14 @@ void append_text_key(std::vector<std::uint8_t>& key, std::string_view utf8, Text
     append_text_key(key, to_units(utf8, indexed_characters), order);
 }
 
+std::vector<std::uint8_t> key_share(std::string_view letters_and_digits, TextOrder order) {
+    std::vector<std::uint8_t> key;
+    append_text_key(key, letters_and_digits, order);
+    // Such a key is weights alone and what ends a text.
+    key.resize(key.size() - (order == TextOrder::general_jet3 ? 1 : 2));
+    return key;
+}
+
 std::weak_ordering compare_text(std::string_view a, std::string_view b, TextOrder order) {
     a = without_trailing_blanks(a);
     b = without_trailing_blanks(b);

@@ -31,6 +31,10 @@ void append_text_key(std::vector<std::uint8_t>& key, std::u16string_view text, T
 /// The same for UTF-8; bytes that are none leave no trace.
 void append_text_key(std::vector<std::uint8_t>& key, std::string_view utf8, TextOrder order);
 
+/// What stands, in one piece, in the key of every text of up to `indexed_characters` in which these letters
+/// and digits of ASCII stand one after the other, in either case.
+std::vector<std::uint8_t> key_share(std::string_view letters_and_digits, TextOrder order);
+
 /// How the query language compares text, UTF-8 on both sides: the order of the keys above, but over the
 /// whole length. Allocates nothing for ASCII in Jet 4's
 /// order.

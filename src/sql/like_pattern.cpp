@@ -114,6 +114,25 @@ void LikePattern::find_plain_form() {
         open_end_ = true; // a lone "*" is open at both its ends
 }
 
+std::string LikePattern::certain_letters() const {
+    const auto is_plain = [](const Element& element) {
+        const char32_t c = element.letter;
+        return element.kind == Element::Kind::letter &&
+               ((c >= U'a' && c <= U'z') || (c >= U'0' && c <= U'9'));
+    };
+    std::string longest, run;
+    for (const Element& element : elements_) {
+        if (!is_plain(element)) {
+            run.clear();
+            continue;
+        }
+        run.push_back(static_cast<char>(element.letter));
+        if (run.size() > longest.size())
+            longest = run;
+    }
+    return longest;
+}
+
 bool LikePattern::matches(std::string_view text) const {
     if (is_plain_ && is_ascii(text)) {
         if (open_start_ && open_end_)

@@ -16,6 +16,10 @@ class LikePattern {
 
     bool matches(std::string_view text) const;
 
+    /// Letters and digits of ASCII, in lower case, that stand one after the other in every text it matches:
+    /// as many as it tells of; none where it tells of no such.
+    std::string certain_letters() const;
+
   private:
     struct Range {
         char32_t first, last;

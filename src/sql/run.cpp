@@ -1,8 +1,10 @@
 #include <cmath>
 #include <limits>
+#include <memory>
 #include <optional>
 
 #include "sql/checker.h"
+#include "sql/key_filter.h"
 #include "sql/row_order.h"
 #include "sql/select.h"
 
@@ -51,10 +53,10 @@ std::optional<std::size_t> find_index(const jet::Table& table, std::size_t colum
 }
 
 /// The only rows that can meet the condition, when it demands "column = value" of a column with an index.
-std::optional<std::vector<jet::RowId>> candidates(const Condition& condition, const jet::Table& table) {
+std::optional<std::vector<jet::RowId>> find_equal(const Condition& condition, const jet::Table& table) {
     if (condition.op == Operator::logical_and) {
         for (const Condition& operand : condition.operands)
-            if (auto rows = candidates(operand, table))
+            if (auto rows = find_equal(operand, table))
                 return rows;
         return std::nullopt;
     }
@@ -76,13 +78,30 @@ std::optional<std::vector<jet::RowId>> candidates(const Condition& condition, co
     return table.find(*index, std::span<const jet::Value>(&*value, 1));
 }
 
+/// The only rows that can meet the condition, when the keys of an index tell which can't.
+std::optional<std::vector<jet::RowId>> find_possible(const Condition& condition, const jet::Table& table) {
+    for (std::size_t index = 0; index < table.schema().indexes.size(); ++index)
+        if (const auto filter = KeyFilter::make(condition, table, index))
+            return table.find_by_key(index, *filter);
+    return std::nullopt;
+}
+
 /// Shows each row that may be selected to `visit`, in page and slot order.
 template <typename Visit>
 void visit_rows(const std::optional<Condition>& where, const jet::Table& table, Visit visit) {
     if (where) {
-        if (const auto rows = candidates(*where, table)) {
-            for (const jet::RowId id : *rows)
-                visit(*table.reader(id), id);
+        auto rows = find_equal(*where, table);
+        if (!rows)
+            rows = find_possible(*where, table);
+        if (rows) {
+            std::unique_ptr<jet::RowSeeker> reader;
+            for (const jet::RowId id : *rows) {
+                if (reader)
+                    reader->go_to(id);
+                else
+                    reader = table.reader(id);
+                visit(*reader, id);
+            }
             return;
         }
     }

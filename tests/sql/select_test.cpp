@@ -294,5 +294,52 @@ TEST_F(Query, AnIndexChangesNoResult) {
     EXPECT_EQ(ids("where id = 1 order by last")[0], 1);
 }
 
+// --- Keys that tell ahead of the rows ---
+
+/// People with an index over their names.
+class QueryBehindAnIndex : public Query {
+  protected:
+    static constexpr std::size_t last = 1, first = 2;
+
+    /// How many rows were looked at, told by who had a name decoded.
+    int looked_at(const std::string& where) {
+        jet::TableSchema schema = people_schema();
+        schema.indexes.push_back({"name", {{"Last", false}, {"first", false}}, false, false, false, false});
+        schema.indexes.push_back({"place", {{"city", true}}, false, false, false, false});
+        MemoryTable indexed(schema, 2);
+        for (const auto cursor = table.scan(); cursor->next();)
+            indexed.insert(table.read(cursor->id()));
+        const auto expected = run(parse("select * from [table] where " + where, 2026), table);
+        EXPECT_EQ(run(parse("select * from [table] where " + where, 2026), indexed).size(), expected.size())
+            << where;
+        walks = indexed.key_walks;
+        return indexed.decoded[last];
+    }
+    int walks = 0;
+};
+
+TEST_F(QueryBehindAnIndex, LooksAtTheRowsAloneWhoseKeysHoldThePatternsLetters) {
+    EXPECT_EQ(looked_at("last like '*SMI*'"), 3);
+    EXPECT_EQ(walks, 1);
+    EXPECT_EQ(looked_at("last like '*smi*' or first like 'eve'"), 4);
+    EXPECT_EQ(looked_at("last like '*smi*' and first like '*be*'"), 1);
+    EXPECT_EQ(looked_at("last like '*smi*' and price > 200"), 3);
+    EXPECT_EQ(looked_at("(last like '[gs]*smi?*' or last like 'x*') and done = false"), 3);
+}
+
+TEST_F(QueryBehindAnIndex, LooksAtEveryRowWhereTheKeysTellNothing) {
+    const int everybody = static_cast<int>(table.row_count());
+    for (const char* where :
+         {"last like '*'", "last like '?*'", "not last like '*smi*'", "last like '*smi*' or price > 200",
+          "last like '*smi*' or city like '*ise*'", "last like first", "last & '' like '*smi*'"}) {
+        EXPECT_GE(looked_at(where), everybody) << where;
+        EXPECT_EQ(walks, 0) << where;
+    }
+    static_cast<void>(looked_at("city like '*ise*'"));
+    EXPECT_EQ(walks, 0) << "descending keys are read by nobody";
+    static_cast<void>(looked_at("notes like '*a*'"));
+    EXPECT_EQ(walks, 0);
+}
+
 } // namespace
 } // namespace tolva::sql

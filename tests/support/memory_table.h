@@ -8,6 +8,7 @@
 
 #include "basic/run_time_error.h"
 #include "basic/text.h"
+#include "jet/index_key.h"
 #include "jet/table.h"
 #include "jet/text_order.h"
 
@@ -79,8 +80,27 @@ class MemoryTable : public jet::Table {
         return found;
     }
 
+    std::optional<std::vector<jet::RowId>> find_by_key(std::size_t index,
+                                                       const KeyTest& passes) const override {
+        ++key_walks;
+        std::vector<jet::KeyPart> parts;
+        for (const auto& part : schema_.indexes[index].parts)
+            parts.push_back({schema_.columns[*find_column(part.column)].type, part.descending});
+        std::vector<jet::RowId> found;
+        for (const auto& [id, row] : rows_) {
+            std::vector<jet::Value> values;
+            for (const auto& part : schema_.indexes[index].parts)
+                values.push_back(row[*find_column(part.column)]);
+            constexpr std::size_t longest = 510;
+            const jet::Key key = jet::make_key(parts, values, longest);
+            if (key.size() >= longest || passes(key))
+                found.push_back(id);
+        }
+        return found;
+    }
+
     mutable std::vector<int> decoded;
-    mutable int scans = 0, finds = 0;
+    mutable int scans = 0, finds = 0, key_walks = 0;
     int changes = 0;
 
   private:
