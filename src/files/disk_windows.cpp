@@ -1,12 +1,6 @@
 #ifdef _WIN32
 
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
-#include <windows.h>
+#include "files/windows_text.h"
 
 #include <algorithm>
 
@@ -17,33 +11,18 @@
 namespace tolva::files {
 namespace {
 
-std::wstring wide(const std::string& text) {
-    const int length = static_cast<int>(text.size());
-    const int needed = ::MultiByteToWideChar(CP_UTF8, 0, text.data(), length, nullptr, 0);
-    std::wstring out(static_cast<std::size_t>(needed), L'\0');
-    ::MultiByteToWideChar(CP_UTF8, 0, text.data(), length, out.data(), needed);
-    return out;
-}
-
-std::string narrow(const std::wstring& text) {
-    const int length = static_cast<int>(text.size());
-    const int needed = ::WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
-    std::string out(static_cast<std::size_t>(needed), '\0');
-    ::WideCharToMultiByte(CP_UTF8, 0, text.data(), length, out.data(), needed, nullptr, nullptr);
-    return out;
-}
-
-/// The system's own spelling of a path. One that is longer than its calls take by themselves is made whole
-/// and marked as long.
+/// The system's own spelling of a path. One that is longer than its calls take by themselves, counted from
+/// the drive or the other machine on, is made whole and marked as long.
 std::wstring native(const std::string& path) {
     std::wstring out = wide(path.empty() ? "." : path);
     std::replace(out.begin(), out.end(), L'/', L'\\');
-    constexpr std::size_t longest_plain = MAX_PATH - 14; // room for a short name, as a folder's path needs
-    if (out.size() < longest_plain || out.compare(0, 2, L"\\\\") == 0)
-        return out;
     std::wstring whole(::GetFullPathNameW(out.c_str(), 0, nullptr, nullptr), L'\0');
     whole.resize(::GetFullPathNameW(out.c_str(), static_cast<DWORD>(whole.size()), whole.data(), nullptr));
-    return L"\\\\?\\" + whole;
+    constexpr std::size_t longest_plain = MAX_PATH - 14; // room for a short name, as a folder's path needs
+    if (whole.size() < longest_plain || whole.compare(0, 4, L"\\\\?\\") == 0)
+        return out;
+    const bool other_machine = whole.compare(0, 2, L"\\\\") == 0;
+    return other_machine ? L"\\\\?\\UNC\\" + whole.substr(2) : L"\\\\?\\" + whole;
 }
 
 std::string reason(DWORD error) {
@@ -252,7 +231,8 @@ class WindowsDisk final : public FileSystem {
 
     std::vector<std::string> list(const std::string& folder) const override {
         const std::string found = resolve(folder);
-        if (!exists(found))
+        const DWORD kind = ::GetFileAttributesW(native(found).c_str());
+        if (kind == INVALID_FILE_ATTRIBUTES || !(kind & FILE_ATTRIBUTE_DIRECTORY))
             fail(76, found, "no such folder");
         std::vector<std::string> names = entries(found);
         std::sort(names.begin(), names.end());
@@ -286,6 +266,8 @@ class WindowsDisk final : public FileSystem {
   private:
     /// The last part of a path as its folder spells it; empty when it is not there.
     static std::string spelled(const std::string& path) {
+        if (name_of(path).find_first_of("*?") != std::string::npos)
+            return {}; // such a name asks for any that fits
         WIN32_FIND_DATAW entry;
         const HANDLE search = ::FindFirstFileW(native(path).c_str(), &entry);
         if (search == INVALID_HANDLE_VALUE)

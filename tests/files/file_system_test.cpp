@@ -1,5 +1,7 @@
+#include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
 #include <thread>
@@ -106,6 +108,11 @@ TEST_P(Disk, AFolderIsNoFile) {
     EXPECT_EQ(error_of([&] { disk->make_folder(at("sub")); }), 75);
 }
 
+TEST_P(Disk, AFileIsNoFolderEither) {
+    put("a.txt", "abc");
+    EXPECT_EQ(error_of([&] { disk->list(at("a.txt")); }), 76);
+}
+
 TEST_P(Disk, AFileOpenedForReadingIsNotWritten) {
     put("a.txt", "abc");
     const auto file = disk->open(at("a.txt"), OpenMode::read);
@@ -147,6 +154,36 @@ TEST_P(Disk, LongPathsAreAsGoodAsShortOnes) {
     file->sync();
     EXPECT_EQ(text_of(*disk, deep + "/A.TXT"), "far down");
     EXPECT_EQ(disk->list(deep), std::vector<std::string>{"a.txt"});
+}
+
+TEST_P(Disk, NamesMayHaveLettersOfAnyLanguage) {
+    const std::string name = "Zoë Þór – 日本 😀";
+    disk->make_folder(at(name));
+    put(name + "/" + name, "found");
+    EXPECT_EQ(text_of(*disk, at(name) + "\\" + name), "found");
+    EXPECT_EQ(disk->list(at(name)), std::vector<std::string>{name});
+    disk->rename(at(name + "/" + name), at(name + "/" + name + "2"));
+    EXPECT_TRUE(disk->exists_exactly(at(name + "/" + name + "2")));
+    disk->remove(at(name + "/" + name + "2"));
+    EXPECT_EQ(disk->list(at(name)), std::vector<std::string>{});
+}
+
+TEST(DiskOfThisMachine, AShortNameInALongFolderIsALongPath) {
+    const support::TemporaryFolder folder;
+    const auto disk = make_disk();
+    // No longer than Windows lets the current folder be, so that its file's path is longer than that.
+    std::string deep = folder.path().generic_string() + "/";
+    deep.append(std::max<std::size_t>(240, deep.size() + 20) - deep.size(), 'd');
+    disk->make_folder(deep);
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(deep);
+    const std::string name(60, 'n');
+    disk->open(name, OpenMode::create)->write(0, bytes("here"));
+    disk->rename(name, name + "2");
+    const std::string found = text_of(*disk, name + "2");
+    std::filesystem::current_path(before);
+    EXPECT_EQ(found, "here");
+    EXPECT_EQ(disk->list(deep), std::vector<std::string>{name + "2"});
 }
 
 TEST_P(Disk, RenameReplacesTheTarget) {

@@ -5,12 +5,15 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstdlib>
+#include <functional>
 #include <iostream>
 #include <map>
 #include <random>
 #include <set>
 #include <sstream>
+#include <thread>
 
 #include "jet/check.h"
 #include "jet/database.h"
@@ -26,44 +29,70 @@ int kills() {
 
 using Marks = std::map<std::int64_t, std::string>;
 
+const std::string delivered = TOLVA_BUILD_DIR "/delivered";
+
+/// A program that works at a copy of a desk until it is killed (tests/kill/victim).
+class Victim {
+  public:
+    explicit Victim(const std::string& source)
+        : process_({TOLVA_BUILD_DIR "/tests/tests_victim", source},
+                   {"", folder_.file("said"), folder_.file("complaint")}) {}
+
+    /// Waits until it has stored something; false when it ended ahead of that.
+    bool gets_to_work() {
+        while (said().find("\ndid ") == std::string::npos) {
+            if (!process_.running())
+                return false;
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+        return true;
+    }
+    /// Whether it was at work until then.
+    bool kill() {
+        process_.kill();
+        return process_.wait() == support::Process::killed;
+    }
+
+    std::string said() const { return support::file_content(folder_.file("said")); }
+    std::string complaint() const { return support::file_content(folder_.file("complaint")); }
+    std::string desk() const {
+        const std::string words = said();
+        const std::size_t start = words.find(' ') + 1;
+        return words.substr(start, words.find('\n') - start);
+    }
+
+  private:
+    support::TemporaryFolder folder_;
+    support::Process process_;
+};
+
+support::ProgramRun data(std::vector<std::string> words) {
+    words.insert(words.begin(), TOLVA_BUILD_DIR "/tolva-data");
+    return support::run_program(words);
+}
+
 class Kill : public testing::Test {
   protected:
-    void SetUp() override {
-        if (!support::has_command("kill"))
-            GTEST_SKIP() << "this system has no command that kills a process";
-    }
-    void TearDown() override { drop_desk(); }
+    ~Kill() override { drop_desk(); }
 
-    /// Lets the victim work on a copy of the desk for a while, and kills it.
+    /// Lets a victim work on a copy of the desk for a while, and kills it.
     void work_and_kill(double seconds) {
-        const std::string source = desk_.empty() ? std::string(TOLVA_BUILD_DIR "/delivered") : desk_;
-        const std::string said = folder_.file("said");
-        std::filesystem::remove(said); // or the shell might wait for what the last one said
-        const auto run = support::run_program(
-            {"sh", "-c",
-             "\"$1\" \"$2\" >\"$3\" & child=$!\n"
-             "until grep -qs ^did \"$3\"; do kill -0 $child || exit 1; sleep 0.01; done\n"
-             "sleep \"$4\"; kill -9 $child; wait $child; test $? = 137",
-             "sh", TOLVA_BUILD_DIR "/tests/tests_victim", source, said, std::to_string(seconds)});
-        ASSERT_EQ(run.code, 0) << "the victim ended by itself: " << run.err;
+        Victim victim(desk_.empty() ? delivered : desk_);
+        ASSERT_TRUE(victim.gets_to_work()) << victim.complaint();
+        std::this_thread::sleep_for(std::chrono::duration<double>(seconds));
+        ASSERT_TRUE(victim.kill()) << "the victim ended by itself: " << victim.complaint();
         drop_desk();
-        listen(support::file_content(said));
+        desk_ = victim.desk();
+        listen(victim.said());
     }
 
-    /// Lets the victim work on a fresh desk while `commands` run, a shell text that names the desk "$desk"
-    /// and a folder of its own "$out"; then kills it.
-    support::ProgramRun beside_work(const std::string& commands) {
-        return support::run_program(
-            {"sh", "-c",
-             "said=\"$3/said\"; out=$3; data=$4\n"
-             "\"$1\" \"$2\" >\"$said\" & child=$!\n"
-             "until grep -qs ^did \"$said\"; do kill -0 $child || exit 1; sleep 0.01; done\n"
-             "desk=$(sed -n 's/^desk //p' \"$said\")\n" +
-                 commands +
-                 "\nkill -9 $child; wait $child; test $? = 137 || code=1\n"
-                 "rm -rf \"$desk\"; exit ${code:-0}",
-             "sh", TOLVA_BUILD_DIR "/tests/tests_victim", TOLVA_BUILD_DIR "/delivered",
-             folder_.path().string(), TOLVA_BUILD_DIR "/tolva-data"});
+    /// Lets a victim work on a fresh desk while `commands` run, and kills it.
+    void beside_work(const std::function<void()>& commands) {
+        Victim victim(delivered);
+        ASSERT_TRUE(victim.gets_to_work()) << victim.complaint();
+        desk_ = victim.desk();
+        commands();
+        EXPECT_TRUE(victim.kill()) << "the victim ended by itself: " << victim.complaint();
     }
 
     /// Takes up what the victim said it did, and what it was about to do.
@@ -73,7 +102,7 @@ class Kill : public testing::Test {
         intended_ = {};
         for (std::string what, store; lines >> what;) {
             if (what == "desk") {
-                lines >> desk_;
+                std::getline(lines, store);
                 continue;
             }
             std::int64_t id = 0;
@@ -129,6 +158,8 @@ class Kill : public testing::Test {
     }
 
     const support::TemporaryFolder& folder() const { return folder_; }
+    const std::string& desk() const { return desk_; }
+    std::string file(const std::string& store) const { return desk_ + "/data/" + store + ".mdb"; }
     int stored() const { return stored_; }
     int unreported() const { return unreported_; }
 
@@ -214,29 +245,44 @@ TEST_F(Kill, NothingStoredIsMissingAndNothingIsHalfThere) {
 
 TEST_F(Kill, BackupsBesideAProgramAtWorkHoldOneMomentEach) {
     constexpr int copies = 10;
-    const auto run = beside_work("for n in 1 2 3 4 5 6 7 8 9 10; do\n"
-                                 "  \"$data\" backup \"$desk\" \"$out/copy$n\" >/dev/null || code=1\n"
-                                 "done");
-    ASSERT_EQ(run.code, 0) << run.err;
+    const auto path_of = [this](int copy) { return folder().file("copy" + std::to_string(copy)); };
+    beside_work([&] {
+        for (int copy = 1; copy <= copies; ++copy) {
+            const auto run = data({"backup", desk(), path_of(copy)});
+            ASSERT_EQ(run.code, 0) << run.err;
+        }
+    });
     std::set<std::string> contents;
     for (int copy = 1; copy <= copies; ++copy) {
-        const std::string path = folder().file("copy" + std::to_string(copy));
-        expect_one_moment(path);
-        contents.insert(support::file_content(path + "/data/listings.mdb"));
+        expect_one_moment(path_of(copy));
+        contents.insert(support::file_content(path_of(copy) + "/data/listings.mdb"));
     }
     EXPECT_GT(contents.size(), 1u) << "nothing was written between the copies";
 }
 
 TEST_F(Kill, ReadersBesideAProgramAtWorkFindNothingWrongAndWritersAreRefused) {
-    const auto run =
-        beside_work("for n in 1 2 3 4 5 6 7 8 9 10; do\n"
-                    "  \"$data\" check \"$desk\"/data/listings.mdb \"$desk\"/data/database.mdb || code=1\n"
-                    "  \"$data\" dump \"$desk\"/data/prospect.mdb table >/dev/null || code=1\n"
-                    "  \"$data\" delete \"$desk\"/data/listings.mdb 'select * from [table]' && code=1\n"
-                    "done");
-    EXPECT_EQ(run.code, 0) << run.out;
-    EXPECT_EQ(run.out, "");
-    EXPECT_NE(run.err.find("file already in use"), std::string::npos) << run.err;
+    beside_work([this] {
+        for (int time = 0; time < 10; ++time) {
+            const auto check = data({"check", file("listings"), file("database")});
+            EXPECT_EQ(check.code, 0) << check.err;
+            EXPECT_EQ(check.out, "");
+            const auto dump = data({"dump", file("prospect"), "table"});
+            EXPECT_EQ(dump.code, 0) << dump.err;
+            const auto write = data({"delete", file("listings"), "select * from [table]"});
+            EXPECT_EQ(write.code, 1);
+            EXPECT_NE(write.err.find("file already in use"), std::string::npos) << write.err;
+        }
+    });
+}
+
+TEST_F(Kill, NoLockOutlivesAKill) {
+    beside_work([this] {
+        EXPECT_EQ(data({"delete", file("sold"), "select * from [table]"}).code, 1) << "nobody has the file";
+    });
+    for (const char* store : {"listings", "prospect", "sold"}) {
+        const auto write = data({"delete", file(store), "select * from [table]"});
+        EXPECT_EQ(write.code, 0) << write.err;
+    }
 }
 
 } // namespace

@@ -27,7 +27,7 @@ class TemporaryFolder {
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
     const std::filesystem::path& path() const { return path_; }
-    std::string file(const std::string& name) const { return (path_ / name).generic_string(); }
+    std::string file(const std::string& name) const { return path_.generic_string() + "/" + name; }
 
   private:
     std::filesystem::path path_;
@@ -51,9 +51,10 @@ inline std::string copy_sample(const std::string& relative, const TemporaryFolde
 inline void copy_desk(const std::filesystem::path& desk, const TemporaryFolder& folder) {
     namespace fs = std::filesystem;
     fs::copy(desk / "data", folder.path() / "data", fs::copy_options::recursive);
-    fs::create_directory(folder.path() / "letters");
     if (fs::exists(desk / "letters"))
         fs::copy(desk / "letters", folder.path() / "letters", fs::copy_options::recursive);
+    else
+        fs::create_directory(folder.path() / "letters");
     for (const auto& entry : fs::recursive_directory_iterator(folder.path()))
         fs::permissions(entry, fs::perms::owner_write, fs::perm_options::add);
 }

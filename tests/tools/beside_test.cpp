@@ -27,7 +27,7 @@ class Beside : public TolvaData {
         table.insert(row);
     }
 
-    std::string file(const std::string& name) const { return (data / name).string(); }
+    std::string file(const std::string& name) const { return data.generic_string() + "/" + name; }
     std::string ids(const std::string& store) const {
         return output({"query", store, "select id from [table]"});
     }
@@ -92,6 +92,22 @@ TEST_F(Beside, AFileThatAnotherEngineHasLockedIsNotWrittenTo) {
     EXPECT_EQ(output({"load", store, "table"}, "id\n7\n"), "1 row loaded\n");
 }
 
+TEST_F(Beside, AFileThatAnotherProgramHasOpenToWriteIsNotWrittenTo) {
+#ifndef _WIN32
+    GTEST_SKIP() << "this system tells nobody who has a file open";
+#endif
+    const std::string store = file("listings.mdb"), before = support::file_content(store);
+    std::fstream other(store, std::ios::binary | std::ios::in | std::ios::out);
+    ASSERT_TRUE(other);
+    EXPECT_EQ(run({"tables", store}).code, 0);
+    const auto result = run({"load", store, "table"}, "id\n7\n");
+    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.err, "tolva-data: Could not use '" + store + "'; file already in use.\n");
+    EXPECT_EQ(support::file_content(store), before);
+    other.close();
+    EXPECT_EQ(output({"load", store, "table"}, "id\n7\n"), "1 row loaded\n");
+}
+
 TEST_F(Beside, ABackupHoldsEveryFileAsItWasCommitted) {
     std::filesystem::create_directory(folder.path() / "letters");
     write("letters/Dear.rtf", "{\\rtf1 Dear}");
@@ -103,7 +119,7 @@ TEST_F(Beside, ABackupHoldsEveryFileAsItWasCommitted) {
     listings->commit();
     add(*listings, 2);
     const std::string target = folder.file("copy");
-    EXPECT_EQ(output({"backup", folder.path().string(), target}), "16 files copied\n");
+    EXPECT_EQ(output({"backup", folder.path().generic_string(), target}), "16 files copied\n");
     EXPECT_EQ(ids(target + "/data/listings.mdb"), "id\n1\n");
     std::size_t files = 0;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(target)) {
@@ -116,7 +132,7 @@ TEST_F(Beside, ABackupHoldsEveryFileAsItWasCommitted) {
     EXPECT_EQ(files, 16u);
     EXPECT_FALSE(std::filesystem::exists(target + "/data/tolva.lock"));
 
-    EXPECT_EQ(output({"backup", data.string(), folder.file("data only")}), "15 files copied\n");
+    EXPECT_EQ(output({"backup", data.generic_string(), folder.file("data only")}), "15 files copied\n");
     EXPECT_TRUE(std::filesystem::exists(folder.file("data only/listings.mdb")));
 }
 
@@ -133,16 +149,16 @@ TEST_F(Beside, ABackupRefusesATargetThatIsNotEmpty) {
     const std::string target = folder.file("full");
     std::filesystem::create_directory(target);
     write("full/mine.txt", "mine");
-    const auto result = run({"backup", data.string(), target});
+    const auto result = run({"backup", data.generic_string(), target});
     EXPECT_EQ(result.code, 1);
     EXPECT_EQ(result.err, "tolva-data: Path/File access error: '" + target + "' (is not empty)\n");
     std::filesystem::remove(target + "/mine.txt");
-    EXPECT_EQ(output({"backup", data.string(), target}), "14 files copied\n");
+    EXPECT_EQ(output({"backup", data.generic_string(), target}), "14 files copied\n");
 }
 
 TEST_F(Beside, ABackupOfADeskThatLacksAStoreIsRefused) {
     std::filesystem::remove(file("sold.mdb"));
-    const auto result = run({"backup", folder.path().string(), folder.file("copy")});
+    const auto result = run({"backup", folder.path().generic_string(), folder.file("copy")});
     EXPECT_EQ(result.code, 1);
     EXPECT_EQ(result.err, "tolva-data: Could not find file '" + file("sold.mdb") + "'.\n");
     EXPECT_FALSE(std::filesystem::exists(folder.file("copy")));

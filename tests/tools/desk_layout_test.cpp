@@ -15,6 +15,7 @@ const std::vector<std::string> stores = {"address",  "database", "listings", "me
 class DeskLayout : public TolvaData {
   protected:
     void SetUp() override {
+        TOLVA_NEEDS_COMMAND("bash");
         fs::create_directory(build);
         write("build/tolva", "first program");
         for (const char* tool : {"tolva-data", "tolva-sample"})

@@ -4,6 +4,7 @@
 
 #include "basic/run_time_error.h"
 #include "data/commands.h"
+#include "files/command_line.h"
 
 namespace {
 
@@ -71,10 +72,11 @@ int run(const std::vector<std::string>& words) {
 } // namespace
 
 int main(int argc, char** argv) {
+    const tolva::files::CommandLine called(argc, argv);
     std::ios::sync_with_stdio(false);
     std::cin.tie(nullptr);
     try {
-        const int code = run({argv + 1, argv + argc});
+        const int code = run(called.words());
         std::cout.flush();
         if (!std::cout)
             throw tolva::basic::RunTimeError::with_text(75, "the output could not be written");

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "basic/run_time_error.h"
+#include "files/command_line.h"
 #include "sample/desk.h"
 
 namespace {
@@ -36,7 +37,8 @@ void fill(const std::string& folder, Date today) {
 } // namespace
 
 int main(int argc, char** argv) {
-    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    const tolva::files::CommandLine called(argc, argv);
+    const std::vector<std::string>& arguments = called.words();
     if (!arguments.empty() && (arguments[0] == "--help" || arguments[0] == "-h")) {
         std::cout << usage;
         return 0;

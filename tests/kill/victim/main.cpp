@@ -7,6 +7,7 @@
 
 #include <iostream>
 
+#include "files/command_line.h"
 #include "support/desk.h"
 
 namespace {
@@ -64,11 +65,12 @@ struct Worker {
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 2) {
+    const tolva::files::CommandLine called(argc, argv);
+    if (called.words().size() != 1) {
         std::cerr << "usage: tests_victim FOLDER\n";
         return 2;
     }
-    Desk desk(argv[1]);
+    Desk desk(called.words()[0]);
     std::cout << "desk " << desk.folder.path().string() << std::endl;
     desk.start();
     desk.click(desk.menu().Command9);
