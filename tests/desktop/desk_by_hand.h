@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <QDir>
 #include <QFileDialog>
 #include <QLineEdit>
@@ -7,6 +9,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QTimer>
 #include <filesystem>
 #include <memory>
@@ -31,6 +34,8 @@ class DeskByHand {
         forget_an_earlier_end();
         host.quiet_time = std::chrono::milliseconds(100);
         host.clock_period = std::chrono::milliseconds(20);
+        QObject::connect(&patience_, &QTimer::timeout, &patience_, [this] { end_a_forgotten_box(); });
+        patience_.start(5000);
     }
     ~DeskByHand() { host.stop_clock(); }
     DeskByHand(const DeskByHand&) = delete;
@@ -68,7 +73,7 @@ class DeskByHand {
     /// Does something in the next modal window of a kind, as soon as it is in front.
     template <class Window, class Act>
     void in_next(Act act) {
-        auto* const look = new QTimer(QCoreApplication::instance());
+        auto* const look = new QTimer(&patience_);
         QObject::connect(look, &QTimer::timeout, look, [look, act] {
             auto* const window = dynamic_cast<Window*>(QApplication::activeModalWidget());
             if (!window || !window->isActiveWindow())
@@ -134,6 +139,19 @@ class DeskByHand {
     std::unique_ptr<files::FileSystem> disk = files::make_disk();
 
   private:
+    /// Nobody thought of a box that still stands at the second look.
+    void end_a_forgotten_box() {
+        auto* const box = dynamic_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (box && box == seen_) {
+            ADD_FAILURE() << "nobody answered: " << from_qt(box->text());
+            box->reject();
+        }
+        seen_ = box;
+    }
+
+    QTimer patience_;
+    QPointer<QMessageBox> seen_;
+
     /// Where the user's settings are, which name the folder that is printed to.
     QString settings_file() const {
         const QString printed = to_qt(folder.file("printed"));

@@ -3,7 +3,9 @@ find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
 tolva_tests(desktop STANDS_ON desktop)
 # One at a time: there is one screen, and one window on it has the focus.
 tolva_tests(display STANDS_ON desktop PROPERTIES RESOURCE_LOCK display)
-foreach(folder IN ITEMS desktop display)
+# What leaves the program on paper.
+tolva_tests(paper STANDS_ON desktop)
+foreach(folder IN ITEMS desktop display paper)
   target_link_libraries(tests_${folder} PRIVATE Qt6::Test)
 endforeach()
 # What is laid out must fit at other scales too.

@@ -3,8 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <QTemporaryDir>
+#include <algorithm>
+#include <cmath>
 #include <regex>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "desktop/qt_printer.h"
@@ -30,7 +33,36 @@ struct PrintedPage {
                 return one;
         return {text, -1e6, -1e6, -1e6, -1e6};
     }
+    /// What stands on the line whose top left is there, as far as `until`; empty where no word begins there.
+    std::string line_at(double left, double top, double until = 1e6) const;
 };
+
+/// Half a millimetre, in twips: what the eye forgives.
+constexpr double half_a_millimetre = 28.35;
+
+inline std::string PrintedPage::line_at(double left, double top, double until) const {
+    std::vector<PrintedWord> line;
+    for (const PrintedWord& one : words)
+        if (std::abs(one.top - top) <= half_a_millimetre && one.left >= left - half_a_millimetre &&
+            one.left < until - half_a_millimetre)
+            line.push_back(one);
+    std::sort(line.begin(), line.end(), [](const auto& a, const auto& b) { return a.left < b.left; });
+    if (line.empty() || line[0].left > left + half_a_millimetre)
+        return "";
+    std::string text;
+    for (const PrintedWord& one : line)
+        text += (text.empty() ? "" : " ") + one.text;
+    return text;
+}
+
+/// Text as poppler writes it among its tags.
+inline std::string without_entities(std::string text) {
+    for (const auto& [entity, character] :
+         {std::pair{"&lt;", "<"}, {"&gt;", ">"}, {"&quot;", "\""}, {"&apos;", "'"}, {"&amp;", "&"}})
+        for (std::size_t at = 0; (at = text.find(entity, at)) != std::string::npos; ++at)
+            text.replace(at, std::string(entity).size(), character);
+    return text;
+}
 
 inline std::vector<PrintedPage> read_pages(const std::string& file) {
     constexpr double twips_a_point = 20;
@@ -44,13 +76,11 @@ inline std::vector<PrintedPage> read_pages(const std::string& file) {
         if (found[1].matched)
             pages.push_back({twips(1), twips(2), {}});
         else if (!pages.empty())
-            pages.back().words.push_back({found[7].str(), twips(3), twips(4), twips(5), twips(6)});
+            pages.back().words.push_back(
+                {without_entities(found[7].str()), twips(3), twips(4), twips(5), twips(6)});
     }
     return pages;
 }
-
-/// Half a millimetre, in twips: what the eye forgives.
-constexpr double half_a_millimetre = 28.35;
 
 /// A printer whose jobs become files in a folder of their own.
 class PaperTest : public testing::Test {
