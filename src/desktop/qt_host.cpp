@@ -291,24 +291,39 @@ QWidget* QtHost::window_in_front() const {
 
 // --- Boxes ---
 
-int QtHost::box(const std::string& text, const std::string& title, platform::BoxButtons buttons) {
-    const QPointer<QWidget> behind = window_in_front();
-    int answer = 0;
-    {
-        Box box(behind, text, title, buttons);
-        if (state_.by_clock) {
-            box.keep_from_haste(quiet_time);
-            // Whoever works in another program goes on there.
-            if (QGuiApplication::applicationState() != Qt::ApplicationActive)
-                box.setAttribute(Qt::WA_ShowWithoutActivating);
-            QApplication::alert(behind ? behind.data() : &box);
-        }
-        answer = box.ask();
+namespace {
+
+/// The window that a box or dialog stands before. Not every window manager goes back to it by itself.
+class Behind {
+  public:
+    explicit Behind(QWidget* window) : window_(window) {}
+    Behind(const Behind&) = delete;
+    Behind& operator=(const Behind&) = delete;
+    ~Behind() {
+        if (window_ && window_->isVisible() && !QApplication::activeWindow())
+            window_->activateWindow();
     }
-    // Not every window manager goes back by itself.
-    if (behind && behind->isVisible() && !QApplication::activeWindow())
-        behind->activateWindow();
-    return answer;
+
+    /// Null when there was none, or when it has gone meanwhile.
+    QWidget* window() const { return window_; }
+
+  private:
+    QPointer<QWidget> window_;
+};
+
+} // namespace
+
+int QtHost::box(const std::string& text, const std::string& title, platform::BoxButtons buttons) {
+    const Behind behind(window_in_front());
+    Box box(behind.window(), text, title, buttons);
+    if (state_.by_clock) {
+        box.keep_from_haste(quiet_time);
+        // Whoever works in another program goes on there.
+        if (QGuiApplication::applicationState() != Qt::ApplicationActive)
+            box.setAttribute(Qt::WA_ShowWithoutActivating);
+        QApplication::alert(behind.window() ? behind.window() : &box);
+    }
+    return box.ask();
 }
 
 void QtHost::error_box(int number, const std::string& text) {
@@ -343,14 +358,16 @@ QString QtHost::folder_to_ask(const std::string& folder) const {
 
 std::string QtHost::open_file(const std::string& folder, const std::string& title,
                               const std::string& filter) {
-    return chosen_path(QFileDialog::getOpenFileName(window_in_front(), to_qt(title), folder_to_ask(folder),
-                                                    names_of(filter)));
+    const Behind behind(window_in_front());
+    return chosen_path(
+        QFileDialog::getOpenFileName(behind.window(), to_qt(title), folder_to_ask(folder), names_of(filter)));
 }
 
 std::string QtHost::save_file(const std::string& folder, const std::string& title,
                               const std::string& filter) {
-    return chosen_path(QFileDialog::getSaveFileName(window_in_front(), to_qt(title), folder_to_ask(folder),
-                                                    names_of(filter)));
+    const Behind behind(window_in_front());
+    return chosen_path(
+        QFileDialog::getSaveFileName(behind.window(), to_qt(title), folder_to_ask(folder), names_of(filter)));
 }
 
 std::string QtHost::user_setting(const std::string& section, const std::string& key,
@@ -380,17 +397,19 @@ bool QtHost::printer_takes_font(const std::string&) {
 }
 
 void QtHost::choose_printer() {
+    const Behind behind(window_in_front());
     PrintTarget target = printer_.target();
-    if (!ask_print_target(window_in_front(), target))
+    if (!ask_print_target(behind.window(), target))
         return;
     save_print_target(settings_, target);
     printer_.use(target);
 }
 
 platform::PrintScope QtHost::ask_print(const std::string& title, bool has_selection) {
+    const Behind behind(window_in_front());
     std::unique_ptr<QPrinter> device;
     const platform::PrintScope scope =
-        ask_print_job(window_in_front(), title, has_selection, printer_.target(), device);
+        ask_print_job(behind.window(), title, has_selection, printer_.target(), device);
     if (device)
         printer_.use_once(std::move(device));
     return scope;

@@ -4,7 +4,12 @@
 
 #include <QImage>
 #include <QStackedWidget>
+#include <algorithm>
+#include <filesystem>
+#include <map>
 #include <ostream>
+#include <string>
+#include <vector>
 
 #include "desktop/desk_by_hand.h"
 #include "desktop/grid_view.h"
@@ -87,15 +92,20 @@ class DeskOnPaper : public testing::Test, protected DeskByHand {
 
     // --- What was printed ---
 
-    QDir printed() const { return QDir(to_qt(folder.file("printed"))); }
-    QStringList jobs() const {
-        return printed().entryList({QStringLiteral("*.pdf")}, QDir::Files, QDir::Name);
+    /// The names of the jobs, in order.
+    using Jobs = std::vector<std::string>;
+    Jobs jobs() const {
+        Jobs names;
+        for (const auto& entry : std::filesystem::directory_iterator(folder.file("printed")))
+            names.push_back(entry.path().filename().string());
+        std::sort(names.begin(), names.end());
+        return names;
     }
-    std::string job_file(qsizetype job) const { return from_qt(printed().filePath(jobs().at(job))); }
-    std::vector<PrintedPage> pages(qsizetype job = 0) const { return read_pages(job_file(job)); }
+    std::string job_file(std::size_t job) const { return folder.file("printed/" + jobs().at(job)); }
+    std::vector<PrintedPage> pages(std::size_t job = 0) const { return read_pages(job_file(job)); }
 
     /// A page, counted from 1, as ink: ten twips to the pixel.
-    QImage painted(qsizetype job, int page) const {
+    QImage painted(std::size_t job, int page) const {
         const std::string picture = folder.file("page"), number = std::to_string(page);
         support::run_program({"pdftoppm", "-r", "144", "-f", number, "-l", number, "-png", "-singlefile",
                               job_file(job), picture});

@@ -70,8 +70,8 @@ TEST_P(PaperLabels, LieEachInsideItsOwnLabelOfTheSheet) {
     // On such a sheet the rows begin half an inch down.
     module->settings.labeladjust = "0.5";
     print_from(first_label);
-    ASSERT_EQ(jobs().size(), 1);
-    EXPECT_EQ(jobs().at(0), QStringLiteral("0001 Labels.pdf"));
+    ASSERT_EQ(jobs().size(), 1U);
+    EXPECT_EQ(jobs().at(0), "0001 Labels.pdf");
     const auto printed = pages();
     ASSERT_EQ(printed.size(), 2U);
 

@@ -65,7 +65,7 @@ TEST_P(PaperLists, HaveEachCellInItsColumnAndTheHeadingOnEveryPage) {
     answer_with(Qt::Key_Return, &asked);
     choose(screen, GetParam().window.list);
     EXPECT_EQ(asked, QStringLiteral("Print List?"));
-    ASSERT_EQ(jobs().size(), 1);
+    ASSERT_EQ(jobs().size(), 1U);
     const auto printed = pages();
     ASSERT_GE(printed.size(), 2U);
 
@@ -93,7 +93,7 @@ TEST_P(PaperLists, HaveEachCellInItsColumnAndTheHeadingOnEveryPage) {
     // The paper is upright again for what comes next.
     open_row(screen, 1);
     choose(screen, GetParam().window.sheet);
-    ASSERT_EQ(jobs().size(), 2);
+    ASSERT_EQ(jobs().size(), 2U);
     EXPECT_LT(pages(1).at(0).width, pages(1).at(0).height);
 }
 

@@ -46,7 +46,7 @@ class PaperSheets : public DeskOnPaper {
         open_row(screen, 1);
         type(QStringLiteral("Anna"));
         choose(screen, window.sheet);
-        EXPECT_EQ(jobs().size(), 1);
+        EXPECT_EQ(jobs().size(), 1U);
         const auto printed = pages();
         EXPECT_EQ(printed.size(), 1U);
         EXPECT_NEAR(printed.at(0).width, 12240, 1);
@@ -99,7 +99,7 @@ TEST_F(PaperSheets, OfAListingHasItsThreeBlocksInPlace) {
                  {"Listing Particulars", "Date Listed: 11/2/2026", "Date Expires: 5/1/2027",
                   "Listing Source: Sign", "Listing Price: $245000", "Commission: 6.5%",
                   "Date Last Contact: 11/1/2026", "Date Next Contact: 12/1/2026", "MLS #: M-4711"});
-    EXPECT_EQ(jobs().at(0), QStringLiteral("0001 Listing_ Anna Archer.pdf"));
+    EXPECT_EQ(jobs().at(0), "0001 Listing_ Anna Archer.pdf");
 }
 
 TEST_F(PaperSheets, OfAProspectEndsWithTheFeaturesWanted) {
@@ -133,7 +133,7 @@ TEST_F(PaperSheets, OfAProspectEndsWithTheFeaturesWanted) {
                   "Prospect Source: Friend", "Interest Level: Hot!", "Buying Prospect",
                   "Date Last Contact: 11/1/2026", "Date Next Contact: 12/1/2026", "", "Features",
                   features.front(), features.back(), ""});
-    EXPECT_EQ(jobs().at(0), QStringLiteral("0001 Prospect_ Anna Archer.pdf"));
+    EXPECT_EQ(jobs().at(0), "0001 Prospect_ Anna Archer.pdf");
 }
 
 TEST_F(PaperSheets, OfASaleTellsTheMoneyAndBothAgents) {
@@ -192,7 +192,7 @@ TEST_F(PaperSheets, OfASaleTellsTheMoneyAndBothAgents) {
                   "Selling Agent (if not you)", "Name: Sue Seller", "Company: Seller Homes",
                   "Phone #: 503 555-0120", "", "Date/Last Contact: 11/1/2026",
                   "Next Contact Date: 12/1/2026"});
-    EXPECT_EQ(jobs().at(0), QStringLiteral("0001 Home Sold_ Anna Archer.pdf"));
+    EXPECT_EQ(jobs().at(0), "0001 Home Sold_ Anna Archer.pdf");
 }
 
 TEST_F(PaperSheets, OfAnAddressBeginsInTheCornerOfThePage) {
@@ -206,7 +206,7 @@ TEST_F(PaperSheets, OfAnAddressBeginsInTheCornerOfThePage) {
                  {"Anna B. Archer", "Archer & Sons", "12 Elm Way", "Salem, OR 97301", "",
                   "Home Phone: 503 555-0101", "Work Phone: 503 555-0102", "Cell Phone: 503 555-0103",
                   "Fax: 503 555-0104", "Email: ann@example.org"});
-    EXPECT_EQ(jobs().at(0), QStringLiteral("0001 Address_ Anna Archer.pdf"));
+    EXPECT_EQ(jobs().at(0), "0001 Address_ Anna Archer.pdf");
 }
 
 TEST_F(PaperSheets, HaveHeadingsInBoldWithARuleUnderThem) {
