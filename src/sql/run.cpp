@@ -12,10 +12,11 @@ namespace tolva::sql {
 
 namespace {
 
-/// The number as a column of this type stores it, when it can hold exactly this value.
+/// The number as a column of this type stores it, when it can hold exactly this value. None for a real zero:
+/// a negative one equals it and has another key.
 std::optional<jet::Value> stored_number(jet::ColumnType type, const jet::Value& literal) {
     if (const auto* date = std::get_if<basic::Date>(&literal)) {
-        if (type == jet::ColumnType::date)
+        if (type == jet::ColumnType::date && date->days != 0)
             return *date;
         return std::nullopt;
     }
@@ -37,7 +38,9 @@ std::optional<jet::Value> stored_number(jet::ColumnType type, const jet::Value& 
         return whole_within(std::numeric_limits<std::int32_t>::min(),
                             std::numeric_limits<std::int32_t>::max());
     case jet::ColumnType::double_real:
-        return *number;
+        if (*number != 0)
+            return *number;
+        return std::nullopt;
     default:
         return std::nullopt;
     }
