@@ -200,16 +200,33 @@ std::vector<RowId> StoredTable::find(std::size_t index, std::span<const Value> v
     if (prefix.size() >= pager_.format().longest_key - key_sum_size)
         return find_by_scan(shape, values);
 
-    MappedIndexPages pages = indexes().pages(real);
-    return rows_at(indexes().tree(real, pages).find_prefix(prefix));
+    const auto rows = rows_named([&] {
+        MappedIndexPages pages = indexes().pages(real);
+        return indexes().tree(real, pages).find_prefix(prefix);
+    });
+    return rows ? *rows : find_by_scan(shape, values);
 }
 
-/// Rows that an index names, in the order of the table.
-std::vector<RowId> StoredTable::rows_at(std::vector<RowId> places) const {
-    for (RowId& place : places)
-        place = id_at(place.page, place.slot);
-    std::sort(places.begin(), places.end());
-    return places;
+/// The rows that a look into an index names, in the order of the table. Nothing where the index is damaged:
+/// its pages make no sense, or it names a row twice or one that isn't there. The rows themselves are sound
+/// all the same.
+std::optional<std::vector<RowId>>
+StoredTable::rows_named(const std::function<std::vector<RowId>()>& look) const {
+    std::vector<RowId> rows;
+    try {
+        rows = look();
+    } catch (const basic::RunTimeError& error) {
+        if (error.number() != 3049)
+            throw;
+        return std::nullopt;
+    }
+    for (RowId& row : rows)
+        row = id_at(row.page, row.slot);
+    std::sort(rows.begin(), rows.end());
+    if (std::adjacent_find(rows.begin(), rows.end()) != rows.end() ||
+        !std::all_of(rows.begin(), rows.end(), [this](RowId row) { return exists(row); }))
+        return std::nullopt;
+    return rows;
 }
 
 std::optional<std::vector<RowId>> StoredTable::find_by_key(std::size_t index, const KeyTest& passes) const {
@@ -217,14 +234,21 @@ std::optional<std::vector<RowId>> StoredTable::find_by_key(std::size_t index, co
     if (!indexes().understands(real))
         return std::nullopt;
     const std::size_t longest = pager_.format().longest_key;
-    std::vector<RowId> rows;
-    MappedIndexPages pages = indexes().pages(real);
-    indexes().tree(real, pages).walk([&](std::span<const std::uint8_t> key, RowId row) {
-        if (key.size() >= longest || passes(key))
-            rows.push_back(row);
-        return true;
+    std::size_t entries = 0;
+    auto rows = rows_named([&] {
+        std::vector<RowId> named;
+        MappedIndexPages pages = indexes().pages(real);
+        indexes().tree(real, pages).walk([&](std::span<const std::uint8_t> key, RowId row) {
+            ++entries;
+            if (key.size() >= longest || passes(key))
+                named.push_back(row);
+            return true;
+        });
+        return named;
     });
-    return rows_at(std::move(rows));
+    // An index that lacks a row tells nothing of it.
+    const bool is_whole = entries == row_count() || definition_.real_indexes[real].ignores_nulls();
+    return is_whole ? rows : std::nullopt;
 }
 
 bool StoredTable::matches(const RowReader& row, const RealIndex& index, std::span<const Value> values) const {

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -58,7 +60,7 @@ class StoredTable final : public Table {
     void check_writable() const;
     /// Whether the first columns of an index have these values in a row.
     bool matches(const RowReader& row, const RealIndex& index, std::span<const Value> values) const;
-    std::vector<RowId> rows_at(std::vector<RowId> places) const;
+    std::optional<std::vector<RowId>> rows_named(const std::function<std::vector<RowId>()>& look) const;
     std::vector<RowId> find_by_scan(const RealIndex& index, std::span<const Value> values) const;
 
     FilePager& pager_;

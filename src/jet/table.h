@@ -93,7 +93,8 @@ class Table {
     virtual std::unique_ptr<RowCursor> scan() const = 0;
 
     /// The rows whose first index columns equal `values` in the index's own sense of equality (text without
-    /// letter case and trailing blanks), sorted by RowId. `index` is a position in `schema().indexes`.
+    /// letter case and trailing blanks), sorted by RowId. `index` is a position in `schema().indexes`; where
+    /// it is damaged the rows themselves are asked.
     virtual std::vector<RowId> find(std::size_t index, std::span<const Value> values) const = 0;
 
     /// Looks at an entry's key in an index, the form of which `append_key` tells.

@@ -320,6 +320,45 @@ TEST_P(TableIndex, ADamagedIndexLeavesTheRowsAsTheyWere) {
     EXPECT_EQ(table.find(0, std::vector<Value>{std::int64_t{1000}}).size(), 0u)
         << "the first index had its entry already; the statement took it back";
     EXPECT_NE(findings(file.database()), "");
+    EXPECT_EQ(table.find(1, std::vector<Value>{std::string("name 7")}).size(), 1u)
+        << "by the rows themselves";
+    EXPECT_FALSE(table.find_by_key(1, [](const auto&) { return true; }));
+}
+
+TEST_P(TableIndex, AnIndexThatLacksARowIsNotReliedOn) {
+    JetFile file({people()}, GetParam());
+    Table& table = file.table("People");
+    std::vector<RowId> rows;
+    for (int i = 0; i < 20; ++i)
+        rows.push_back(table.insert(person(i, "Smith")));
+    const auto any_key = [](const auto&) { return true; };
+    EXPECT_EQ(table.find_by_key(1, any_key), rows);
+
+    const TableIndexes& indexes = dynamic_cast<StoredTable&>(table).indexes();
+    MappedIndexPages pages = indexes.pages(1);
+    std::vector<Key> keys;
+    indexes.tree(1, pages).walk([&](std::span<const std::uint8_t> key, RowId) {
+        keys.emplace_back(key.begin(), key.end());
+        return true;
+    });
+    ASSERT_TRUE(indexes.tree(1, pages).erase(keys[7], rows[7]));
+    EXPECT_FALSE(table.find_by_key(1, any_key));
+}
+
+TEST_P(TableIndex, AnIndexThatNamesARowWhichIsNotThereIsNotReliedOn) {
+    JetFile file({people()}, GetParam());
+    Table& table = file.table("People");
+    const RowId gone = table.insert(person(1, "Smith"));
+    const RowId there = table.insert(person(2, "Smith"));
+    const TableIndexes& indexes = dynamic_cast<StoredTable&>(table).indexes();
+    MappedIndexPages pages = indexes.pages(1);
+    const Key key = indexes.prefix(1, std::vector<Value>{std::string("Smith"), Value{}});
+    table.erase(gone);
+    indexes.tree(1, pages).insert(key, gone);
+    EXPECT_EQ(table.find(1, std::vector<Value>{std::string("smith")}), std::vector<RowId>{there});
+    // The count of entries is that of the rows again.
+    ASSERT_TRUE(indexes.tree(1, pages).erase(key, there));
+    EXPECT_FALSE(table.find_by_key(1, [](const auto&) { return true; }));
 }
 
 } // namespace
