@@ -127,7 +127,7 @@ void Recordset::Update() {
         table_.change(current_row(), buffer_, written_);
     } else {
         const jet::RowId id = table_.insert(buffer_);
-        const bool was_behind_the_end = position_ >= size();
+        const bool was_behind_the_end = Eof(); // which a set without rows always is
         rows_.push_back(id);
         deleted_.push_back(false);
         ++live_rows_;

@@ -223,6 +223,25 @@ TEST_F(RecordsetTest, AddedToAnEmptySetTheNewRowIsNotCurrent) {
     EXPECT_EQ(id(*set), 4);
 }
 
+TEST_F(RecordsetTest, AddedToASetThatWasEmptiedTheNewRowIsNotCurrentEither) {
+    for (const bool backward : {false, true}) {
+        const auto set = by_name();
+        for (; !set->Eof(); set->MoveNext())
+            set->Delete();
+        if (backward) {
+            add(*set, 4, "Day");
+            set->MoveLast();
+            set->Delete();
+            set->MovePrevious();
+        }
+        ASSERT_TRUE(set->Bof() && set->Eof());
+        add(*set, 5, "Early");
+        EXPECT_FALSE(set->Bof()) << backward;
+        EXPECT_TRUE(set->Eof()) << backward;
+        EXPECT_EQ(ids(*set), Ids{5}) << backward;
+    }
+}
+
 TEST_F(RecordsetTest, AddedBehindTheEndThePositionStaysBehindTheEnd) {
     const auto set = by_name();
     set->MoveLast();
