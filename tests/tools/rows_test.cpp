@@ -191,6 +191,15 @@ TEST_F(Rows, SetLeavesAllRowsAsTheyWereWhenOneCannotBeChanged) {
     EXPECT_EQ(support::file_content(file), before);
 }
 
+TEST_F(Rows, SetTellsAFaultyAssignmentThoughNoRowIsSelected) {
+    const std::string file = file_of_three();
+    const std::string nobody = "select * from [table] where id = 99";
+    EXPECT_EQ(run({"set", file, nobody, "colour=red"}).err,
+              "tolva-data: the table has no column \"colour\"\n");
+    EXPECT_EQ(run({"set", file, nobody, "id=one"}).code, 1);
+    EXPECT_EQ(output({"set", file, nobody, "id=1"}), "0 rows changed\n");
+}
+
 TEST_F(Rows, SetMayChangeWhatTheQueryAsksFor) {
     const std::string file = file_of_three();
     EXPECT_EQ(output({"set", file, "select * from [table] where id < 3 order by id", "id=9"}),

@@ -297,11 +297,15 @@ Assignment parse_assignment(const jet::TableSchema& schema, const std::string& t
 }
 
 /// Opens the rows that a query selects for changing, has `change` change each of them, and makes it durable.
-std::size_t change_rows(Surroundings& with, const std::string& path, const std::string& query_text,
-                        const std::function<void(dao::Recordset&)>& change) {
+/// `prepare` sees the set first, also one without rows.
+std::size_t change_rows(
+    Surroundings& with, const std::string& path, const std::string& query_text,
+    const std::function<void(dao::Recordset&)>& change,
+    const std::function<void(const dao::Recordset&)>& prepare = [](const dao::Recordset&) {}) {
     dao::DBEngine engine(with.disk, [year = with.year] { return year; });
     const auto database = engine.Workspaces(0).OpenDatabase(path);
     const auto rows = database->OpenRecordset(query_text);
+    prepare(*rows);
     std::size_t count = 0;
     for (; !rows->Eof(); rows->MoveNext()) {
         change(*rows);
@@ -313,18 +317,17 @@ std::size_t change_rows(Surroundings& with, const std::string& path, const std::
 
 ExitCode set(Surroundings& with, const Arguments& arguments) {
     std::vector<Assignment> assignments;
-    const std::size_t count = change_rows(with, arguments[0], arguments[1], [&](dao::Recordset& rows) {
-        if (assignments.empty()) {
-            for (std::size_t i = 2; i < arguments.size(); ++i) {
-                assignments.push_back(parse_assignment(rows.schema(), arguments[i]));
-            }
-        }
+    const auto prepare = [&](const dao::Recordset& rows) {
+        for (std::size_t i = 2; i < arguments.size(); ++i)
+            assignments.push_back(parse_assignment(rows.schema(), arguments[i]));
+    };
+    const auto change = [&](dao::Recordset& rows) {
         rows.Edit();
         for (const Assignment& assignment : assignments)
             rows.write(assignment.column, assignment.value);
         rows.Update();
-    });
-    with.out << counted(count) << " changed\n";
+    };
+    with.out << counted(change_rows(with, arguments[0], arguments[1], change, prepare)) << " changed\n";
     return exit_success;
 }
 
