@@ -173,13 +173,10 @@ void frmMain::open() {
 
 void frmMain::save() {
     frmDocument& document = active_or_fail();
-    if (document.has_file_name()) {
-        write(document, document.caption);
-        return;
-    }
-    // The caption stays, so the next Save asks again: meant.
-    const std::string path = ask("Save", &platform::CommonDialog::show_save);
-    if (!path.empty())
+    // A name that is asked for doesn't become the caption, so the next Save asks again: meant.
+    const std::string path =
+        document.has_file_name() ? document.caption : ask("Save", &platform::CommonDialog::show_save);
+    if (!path.empty() && may_save(document))
         write(document, path);
 }
 
@@ -188,19 +185,20 @@ void frmMain::save_as() {
     if (!document)
         return;
     const std::string path = ask("Save As", &platform::CommonDialog::show_save);
-    if (path.empty())
+    if (path.empty() || !may_save(*document))
         return;
     document->caption = path;
     write(*document, path);
 }
 
 /// What another program put into the document and a save would lose is not lost without a word.
-void frmMain::write(frmDocument& document, const std::string& path) {
-    const RichText& content = document.rtfText.content();
-    const std::string lost = loss_lines(content.document());
-    if (!lost.empty() && module_.confirm("Saving this document would lose some of it:" + lost) != 1)
-        return;
-    const std::string source = content.save();
+bool frmMain::may_save(const frmDocument& document) {
+    const std::string lost = loss_lines(document.rtfText.content().document());
+    return lost.empty() || module_.confirm("Saving this document would lose some of it:" + lost) == 1;
+}
+
+void frmMain::write(const frmDocument& document, const std::string& path) {
+    const std::string source = document.rtfText.content().save();
     files::replace_whole(module_.disk, path, files::Bytes(source.begin(), source.end()));
 }
 

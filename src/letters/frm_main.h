@@ -87,7 +87,9 @@ class frmMain : public platform::DocumentFrame {
 
     /// The path that a file box gives, empty when cancelled.
     std::string ask(const char* title, void (platform::CommonDialog::*box)());
-    void write(frmDocument& document, const std::string& path);
+    /// Asks where a save would lose something.
+    bool may_save(const frmDocument& document);
+    void write(const frmDocument& document, const std::string& path);
 
     module::Module& module_;
 };

@@ -273,6 +273,13 @@ TEST_F(WordProcessor, WhatASaveWouldLoseIsSaidFirst) {
     desk.choose(frame().mnuFileSave);
     EXPECT_EQ(file_content(letter("foreign.rtf")).find("frobnicate"), std::string::npos);
 
+    desk.host.file_to_save = letter("other.rtf");
+    open("foreign.rtf", foreign);
+    desk.host.answers = {2};
+    desk.choose(frame().mnuFileSaveAs);
+    EXPECT_EQ(document().caption, letter("foreign.rtf")) << "a name that nothing was saved under";
+    EXPECT_FALSE(std::filesystem::exists(letter("other.rtf")));
+
     std::string words;
     for (int word = 0; word < 20; ++word)
         words += "\\frobnicate" + std::string(1, static_cast<char>('a' + word));
