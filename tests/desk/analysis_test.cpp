@@ -5,6 +5,7 @@
 #include "analysis/paymentcalculator.h"
 #include "basic/run_time_error.h"
 #include "support/desk.h"
+#include "support/mdb_json.h"
 #include "support/paper.h"
 
 namespace tolva {
@@ -187,6 +188,15 @@ TEST_F(Graph, OneMonthIsOneBucketFromItsFirstToItsLastDay) {
     EXPECT_EQ(screen().chart1.bars[0].value, 2.0);
 }
 
+TEST_F(Graph, FebruaryOfALeapYearEndsOnThe29th) {
+    add(make_date(2028, 2, 29), 1.0, 1.0);
+    add(make_date(2027, 3, 1), 1.0, 1.0);
+    create(2, "2028", 2, "2028");
+    EXPECT_EQ(screen().chart1.bars[0].value, 1.0);
+    create(2, "2027", 2, "2027");
+    EXPECT_EQ(desk.host.box_texts(), Texts{"No Customers Sold Between those Dates"});
+}
+
 TEST_F(Graph, AnEndBeforeTheBeginningIsInvalid) {
     create(3, "2026", 2, "2026");
     EXPECT_EQ(desk.host.boxes[0].text, "Invalid Dates!");
@@ -220,6 +230,63 @@ TEST_F(Graph, ItReplacesTheSoldScreensSet) {
     add(make_date(2026, 1, 5), 100.0, 1000.0);
     create(1, "2026", 1, "2026");
     EXPECT_TRUE(desk.module().soldset->Eof());
+}
+
+/// What a month holds by the table's rows, read and added up without any of the program's own code.
+struct MonthByHand {
+    double units = 0, commission = 0, sales = 0;
+};
+
+TEST(GraphOfADeskAtWork, ShowsWhatItsRowsAddUpTo) {
+    TOLVA_NEEDS_SAMPLE("desk/data/sold.mdb");
+    TOLVA_NEEDS_MDB_JSON();
+    Desk desk(support::shared_sample("desk"));
+    std::map<std::string, MonthByHand> months;
+    std::string first = "9999", last;
+    for (const support::JsonRow& row : support::mdb_json(desk.data_file("sold.mdb"), "table", desk.folder)) {
+        const std::string month = row.at("datesold").substr(0, 7);
+        MonthByHand& sum = months[month];
+        ++sum.units;
+        sum.commission += std::stod(row.at("commission"));
+        sum.sales += std::stod(row.at("sellingprice"));
+        first = std::min(first, month);
+        last = std::max(last, month);
+    }
+    ASSERT_GT(months.size(), 24u);
+    desk.start();
+    desk.click(desk.menu().Command6);
+    auto& screen = static_cast<analysis::graph&>(desk.module().graph());
+    const auto compare = [&](int m1, int y1, int m2, int y2) {
+        screen.mon1.set_list_index(static_cast<std::size_t>(m1 - 1));
+        screen.mon2.set_list_index(static_cast<std::size_t>(m2 - 1));
+        desk.type(screen.year1, std::to_string(y1));
+        desk.type(screen.year2, std::to_string(y2));
+        desk.click(screen.Command1);
+        std::size_t bar = 0;
+        for (int month = y1 * 12 + m1 - 1; month <= y2 * 12 + m2 - 1; ++month, ++bar) {
+            const int year = month / 12, of_year = month % 12 + 1;
+            const std::string key =
+                std::to_string(year) + (of_year < 10 ? "-0" : "-") + std::to_string(of_year);
+            SCOPED_TRACE(key);
+            const auto found = months.find(key);
+            const MonthByHand sum = found == months.end() ? MonthByHand{} : found->second;
+            ASSERT_LT(bar, screen.chart1.bars.size());
+            EXPECT_EQ(screen.chart1.bars[bar].label,
+                      found == months.end() ? " " : std::to_string(of_year) + "/" + std::to_string(year));
+            EXPECT_EQ(screen.chart1.bars[bar].value, sum.units);
+            EXPECT_NEAR(screen.chart2.bars[bar].value.value(), sum.commission, 0.005);
+            EXPECT_NEAR(screen.chart3.bars[bar].value.value(), sum.sales, 0.005);
+        }
+        EXPECT_EQ(screen.chart1.bars.size(), bar);
+        EXPECT_EQ(screen.chart2.bars.size(), bar);
+        EXPECT_EQ(screen.chart3.bars.size(), bar);
+    };
+    const int first_year = std::stoi(first), last_year = std::stoi(last);
+    for (int year = first_year; year <= last_year; ++year)
+        compare(1, year, 12, year);
+    compare(1, first_year, 12, last_year);
+    compare(11, first_year, 2, first_year + 1);
+    EXPECT_TRUE(desk.host.box_texts().empty());
 }
 
 // --- Their paper ---
