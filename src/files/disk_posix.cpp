@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
@@ -120,6 +121,12 @@ class PosixFile final : public File {
         return false;
     }
 
+    bool is_in_place() const override {
+        struct stat open, named;
+        return ::fstat(descriptor_.number(), &open) == 0 && ::stat(path_.c_str(), &named) == 0 &&
+               open.st_dev == named.st_dev && open.st_ino == named.st_ino;
+    }
+
   private:
     static struct flock range_of(short type, off_t start, off_t length) {
         struct flock range {};
@@ -221,6 +228,16 @@ class PosixDisk final : public FileSystem, private CaseBlindLookup {
     }
 
     std::string resolve(const std::string& path) const override { return find(with_slashes(path)); }
+
+    std::string behind_links(const std::string& path) const override {
+        const std::string found = resolve(path);
+        struct stat status;
+        if (::lstat(found.c_str(), &status) != 0 || !S_ISLNK(status.st_mode))
+            return found;
+        const std::unique_ptr<char, decltype(&std::free)> real(::realpath(found.c_str(), nullptr),
+                                                               &std::free);
+        return real ? real.get() : found;
+    }
 
   private:
     bool exact(const std::string& path) const override { return ::access(path.c_str(), F_OK) == 0; }

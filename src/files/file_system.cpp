@@ -12,7 +12,7 @@ Bytes read_whole(FileSystem& disk, const std::string& path) {
 }
 
 void replace_whole(FileSystem& disk, const std::string& path, std::span<const std::uint8_t> content) {
-    const std::string target = disk.resolve(path);
+    const std::string target = disk.behind_links(path);
     const std::string beside = target + ".new";
     if (disk.exists_exactly(beside))
         disk.remove(beside); // what an earlier cut left

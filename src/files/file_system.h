@@ -50,6 +50,10 @@ class File {
 
     /// Whether a program that knows nothing of these two has locked the file, or bytes of it.
     virtual bool locked_by_strangers() const = 0;
+
+    /// Whether the path still names this file. Where the system lets go of an open file's name, somebody may
+    /// have put another one into its place, or taken it away.
+    virtual bool is_in_place() const { return true; }
 };
 
 enum class OpenMode {
@@ -86,6 +90,8 @@ class FileSystem {
 
     /// The path in this system's own slashes and letter case; as given where nothing is found.
     virtual std::string resolve(const std::string& path) const = 0;
+    /// The same, and where a link stands there, the path of the file that it leads to.
+    virtual std::string behind_links(const std::string& path) const { return resolve(path); }
 };
 
 /// The disk of this machine.

@@ -21,9 +21,10 @@ constexpr std::size_t ahead_bytes = std::size_t{128} << 10;
 } // namespace
 
 FilePager::FilePager(files::FileSystem& disk, const std::string& path, Access access)
-    : disk_(disk), path_(disk.resolve(path)), journal_(disk, path_), clean_(cache_bytes / 4096) {
+    : disk_(disk), path_(disk.behind_links(path)), journal_(disk, path_), clean_(cache_bytes / 4096) {
     open_file(access);
     const std::uint64_t size = read_only_ ? content_.size() : file_->size();
+    check_length(path_, size);
     std::vector<std::uint8_t> start(recognition_size);
     start.resize(read_stored(0, start));
     format_ = recognise(path_, start);
@@ -164,6 +165,8 @@ PageNumber FilePager::append() {
     check_usable();
     if (read_only_)
         throw basic::RunTimeError(3027);
+    if ((std::uint64_t{page_count_} + 1) * format_->page_size > longest_file)
+        files::fail(75, path_, "a file of this kind ends at 2 GB");
     const PageNumber page = page_count_++;
     pending_.emplace(page, std::make_shared<Page>(format_->page_size));
     return page;
@@ -282,6 +285,8 @@ void FilePager::commit() {
 }
 
 void FilePager::put_into_file() {
+    if (!file_->is_in_place())
+        files::fail(75, path_, "another file has taken its place since it was opened, or none");
     ahead_.clear(); // it tells what was stored
     // A failure here leaves the file as it was and the changes pending; a journal that stands whole says the
     // same as the file does.

@@ -5,13 +5,6 @@
 #include "jet/journal.h"
 
 namespace tolva::jet {
-namespace {
-
-/// What the format allows, and more than any memory should be asked for.
-constexpr std::uint64_t longest_file = std::uint64_t{2} << 30;
-
-} // namespace
-
 ContentLock::ContentLock(files::File& file, files::Sharing sharing) : file_(file) {
     if (!file.lock_content(sharing))
         throw basic::RunTimeError(3045, file.path());
@@ -31,14 +24,18 @@ std::unique_ptr<files::File> open_stored(files::FileSystem& disk, const std::str
     }
 }
 
+void check_length(const std::string& path, std::uint64_t length) {
+    if (length > longest_file)
+        damaged(path, 0, "the file is longer than 2 GB");
+}
+
 StoredContent::StoredContent(files::FileSystem& disk, const std::string& path)
-    : disk_(disk), file_(open_stored(disk, path, files::OpenMode::read)),
+    : disk_(disk), file_(open_stored(disk, disk.behind_links(path), files::OpenMode::read)),
       lock_(*file_, files::Sharing::shared) {}
 
 files::Bytes StoredContent::read() const {
     const std::uint64_t size = file_->size();
-    if (size > longest_file)
-        damaged(path(), 0, "the file is longer than 2 GB");
+    check_length(path(), size);
     files::Bytes content(size);
     content.resize(file_->read(0, content));
     const Journal journal(disk_, path());

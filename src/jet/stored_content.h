@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -40,6 +41,12 @@ class StoredContent {
     std::unique_ptr<files::File> file_;
     ContentLock lock_;
 };
+
+/// What the format allows, and more than any memory should be asked for.
+inline constexpr std::uint64_t longest_file = std::uint64_t{2} << 30;
+
+/// Error 3049 when a file is longer.
+void check_length(const std::string& path, std::uint64_t length);
 
 /// Opens a file that must exist, with the engine's errors: 3024 when it is absent, 3045 when another program
 /// keeps others out of it.

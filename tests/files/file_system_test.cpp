@@ -186,6 +186,45 @@ TEST(DiskOfThisMachine, AShortNameInALongFolderIsALongPath) {
     EXPECT_EQ(disk->list(deep), std::vector<std::string>{name + "2"});
 }
 
+/// Links are this test's own affair: a disk knows how to follow them, not how to make them.
+TEST(DiskOfThisMachine, ALinkLeadsToItsFileAndStaysWhenThatIsReplaced) {
+#ifdef _WIN32
+    GTEST_SKIP() << "links to files are not for everybody to make there";
+#else
+    const support::TemporaryFolder folder;
+    const auto disk = make_disk();
+    disk->make_folder(folder.file("far"));
+    const std::string file = folder.file("far/a.txt"), link = folder.file("link.txt");
+    disk->open(file, OpenMode::create)->write(0, bytes("old"));
+    std::filesystem::create_symlink("far/a.txt", link);
+    const std::string real = std::filesystem::canonical(file).generic_string();
+    EXPECT_EQ(disk->behind_links(link), real);
+    EXPECT_EQ(disk->behind_links(folder.file("LINK.TXT")), real);
+    EXPECT_EQ(disk->behind_links(file), file);
+    EXPECT_EQ(disk->behind_links(folder.file("none.txt")), folder.file("none.txt"));
+
+    replace_whole(*disk, link, bytes("new"));
+    EXPECT_EQ(text_of(*disk, file), "new");
+    EXPECT_TRUE(std::filesystem::is_symlink(link));
+    EXPECT_EQ(disk->list(folder.file("far")), std::vector<std::string>{"a.txt"});
+#endif
+}
+
+TEST(DiskOfThisMachine, AFileKnowsWhetherItsNameIsStillItsOwn) {
+#ifdef _WIN32
+    GTEST_SKIP() << "an open file keeps its name there";
+#else
+    const support::TemporaryFolder folder;
+    const auto disk = make_disk();
+    const auto file = disk->open(folder.file("a.txt"), OpenMode::create);
+    EXPECT_TRUE(file->is_in_place());
+    disk->rename(folder.file("a.txt"), folder.file("b.txt"));
+    EXPECT_FALSE(file->is_in_place());
+    disk->open(folder.file("a.txt"), OpenMode::create);
+    EXPECT_FALSE(file->is_in_place());
+#endif
+}
+
 TEST_P(Disk, RenameReplacesTheTarget) {
     put("new.txt", "new");
     put("old.txt", "old");

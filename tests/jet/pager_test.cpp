@@ -6,6 +6,7 @@
 #include "jet/stored_content.h"
 #include "support/faulty_disk.h"
 #include "support/read_only_disk.h"
+#include "support/samples.h"
 
 namespace tolva::jet {
 namespace {
@@ -177,6 +178,71 @@ TEST(Pager, ASecondOpeningIsRefusedWhileTheFirstLives) {
     EXPECT_EQ(error_of([&] { FilePager second(disk, path); }), 3045);
     first.reset();
     EXPECT_EQ(error_of([&] { FilePager second(disk, path); }), 0);
+}
+
+/// A file on this machine's own disk.
+class PagerOnDisk : public testing::Test {
+  protected:
+    PagerOnDisk() { put(file, plain_file()); }
+
+    void put(const std::string& name, const files::Bytes& content) {
+        const auto made = disk->open(name, files::OpenMode::create);
+        made->write(0, content);
+    }
+    void set_length(std::uint64_t length) { disk->open(file, files::OpenMode::read_write)->truncate(length); }
+
+    const support::TemporaryFolder folder;
+    const std::unique_ptr<files::FileSystem> disk = files::make_disk();
+    const std::string file = folder.file("a.mdb");
+};
+
+TEST_F(PagerOnDisk, AFileEndsAt2GB) {
+    constexpr std::uint64_t most = std::uint64_t{2} << 30;
+    set_length(most - jet4_format.page_size); // of blanks, which take no room
+    {
+        FilePager pager(*disk, file);
+        fill(pager, pager.append(), 0xaa);
+        EXPECT_EQ(error_of([&] { pager.append(); }), 75);
+        EXPECT_EQ(pager.page_count(), most / jet4_format.page_size);
+        pager.rollback();
+    }
+    set_length(most + jet4_format.page_size);
+    EXPECT_EQ(error_of([&] { FilePager(*disk, file); }), 3049);
+}
+
+TEST_F(PagerOnDisk, AJournalLiesBesideTheFileThatALinkLeadsTo) {
+#ifdef _WIN32
+    GTEST_SKIP() << "links to files are not for everybody to make there";
+#else
+    const std::string link = folder.file("link.mdb");
+    std::filesystem::create_symlink("a.mdb", link);
+    put(link + "-journal", {1, 2, 3});
+    {
+        FilePager pager(*disk, link);
+        change(pager);
+        pager.commit();
+    }
+    EXPECT_EQ(files::read_whole(*disk, file), changed_file());
+    put(file + "-journal", {1, 2, 3});
+    for (const auto access : {FilePager::Access::write, FilePager::Access::read})
+        EXPECT_EQ(error_of([&] { FilePager(*disk, link, access); }), 3049);
+#endif
+}
+
+TEST_F(PagerOnDisk, NothingIsCommittedToAFileThatAnotherOneReplaced) {
+#ifdef _WIN32
+    GTEST_SKIP() << "an open file keeps its place there";
+#else
+    FilePager pager(*disk, file);
+    change(pager);
+    const files::Bytes copy = changed_file();
+    put(folder.file("copy.mdb"), copy);
+    disk->rename(folder.file("copy.mdb"), file);
+    EXPECT_EQ(error_of([&] { pager.commit(); }), 75);
+    EXPECT_TRUE(pager.dirty()) << "what is pending was not stored";
+    EXPECT_EQ(files::read_whole(*disk, file), copy);
+    EXPECT_EQ(disk->list(folder.path().generic_string()), std::vector<std::string>{"a.mdb"});
+#endif
 }
 
 TEST(Pager, APageBeyondTheEndIsDamage) {
