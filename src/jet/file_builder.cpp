@@ -1,7 +1,7 @@
 #include <algorithm>
 
-#include "basic/run_time_error.h"
 #include "basic/text.h"
+#include "files/path.h"
 #include "jet/column_properties.h"
 #include "jet/database.h"
 #include "jet/definition_writer.h"
@@ -178,7 +178,7 @@ class FileBuilder {
 void Database::create(files::FileSystem& disk, const std::string& path,
                       const std::vector<TableSchema>& tables, Format::Version version) {
     if (disk.exists(path))
-        throw basic::RunTimeError(58);
+        files::fail(58, path, "");
     const Format& format = version == Format::Version::jet4 ? jet4_format : jet3_format;
     files::replace_whole(disk, path, FileBuilder(format, disk.resolve(path)).build(tables));
 }

@@ -126,7 +126,7 @@ class Rebuild {
 std::vector<std::string> rebuild(files::FileSystem& disk, const std::string& from, const std::string& to) {
     const std::string target = disk.resolve(to);
     if (disk.exists(target))
-        throw basic::RunTimeError::with_text(58, basic::error_text(58) + ": '" + target + "'");
+        files::fail(58, target, "");
     const std::string unfinished = target + ".unfinished";
     if (disk.exists_exactly(unfinished))
         disk.remove(unfinished); // what an earlier cut left
