@@ -404,6 +404,30 @@ TEST_P(EachTable, AutoNumbersGoUpAndAFailedInsertBurnsOne) {
     EXPECT_EQ(std::get<std::int64_t>(again.read(again.insert({{}, std::string("f"), {}, {}}))[0]), 12);
 }
 
+TEST_P(EachTable, AutoNumbersGoByTheStepOfTheirTable) {
+    if (format().definition.auto_step == 0)
+        GTEST_SKIP() << "this version knows no other step than one";
+    TableSchema schema = plain_table();
+    schema.columns[0].auto_number = true;
+    JetFile file({schema}, GetParam());
+    auto& open = dynamic_cast<OpenDatabase&>(file.database());
+    Table& table = open.stored_table("Plain");
+    const auto next = [&] {
+        return std::get<std::int64_t>(table.read(table.insert({{}, std::string("a"), {}, {}}))[0]);
+    };
+    const auto set_step = [&](std::int32_t step) {
+        std::uint8_t* page = open.pager().modify(open.stored_table("Plain").definition().page).data();
+        put32(page + format().definition.auto_step, static_cast<std::uint32_t>(step));
+    };
+    EXPECT_EQ(next(), 1);
+    set_step(5);
+    EXPECT_EQ(next(), 6);
+    EXPECT_EQ(next(), 11);
+    set_step(-10);
+    EXPECT_EQ(next(), 1);
+    EXPECT_EQ(next(), -9);
+}
+
 TEST_P(EachTable, DatesBeforeTheFirstDayAndFullPrecisionAreKept) {
     TableSchema schema;
     schema.name = "Values";
