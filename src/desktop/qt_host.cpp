@@ -25,8 +25,8 @@ constexpr const char* main_menu = "Form1";
 
 } // namespace
 
-QtHost::QtHost(files::FileSystem& disk, const QString& settings_file)
-    : form_maker(make_form), disk_(disk), state_{watch_}, settings_(settings_file) {
+QtHost::QtHost(files::FileSystem& disk, const QString& settings)
+    : form_maker(make_form), disk_(disk), state_{watch_}, settings_(settings) {
     clock_.setSingleShot(true);
     printer_.use(load_print_target(settings_));
 }

@@ -25,7 +25,7 @@ namespace tolva::desktop {
 /// unloading take effect on the windows at the end of the event (or ahead of a modal wait), all at once.
 class QtHost final : public platform::Host {
   public:
-    explicit QtHost(files::FileSystem& disk, const QString& settings_file = UserSettings::usual_file());
+    explicit QtHost(files::FileSystem& disk, const QString& settings = UserSettings::usual_place());
     ~QtHost() override;
     QtHost(const QtHost&) = delete;
     QtHost& operator=(const QtHost&) = delete;

@@ -5,20 +5,21 @@
 
 namespace tolva::desktop {
 
-/// What belongs to the user and not to the stores: where windows were, what is printed on. A text file of
-/// sections and keys, written at once.
+/// What belongs to the user and not to the stores: where windows were, what is printed on. Sections and keys,
+/// written at once.
 class UserSettings {
   public:
-    explicit UserSettings(QString file) : file_(std::move(file)) {}
+    /// In a text file; in the registry where the place begins with the name of one of its trees.
+    explicit UserSettings(QString place) : place_(std::move(place)) {}
 
-    /// Where the system keeps such files.
-    static QString usual_file();
+    /// Where the system keeps such things: Windows in the user's part of the registry, others in a file.
+    static QString usual_place();
 
     QString value(const QString& section, const QString& key, const QString& otherwise = {}) const;
     void save(const QString& section, const QString& key, const QString& value);
 
   private:
-    QString file_;
+    QString place_;
 };
 
 } // namespace tolva::desktop
