@@ -14,8 +14,8 @@ const std::vector<Row> mortgage_rows = {
 const std::vector<Row> span_rows = {
     {{"Beginning Month:",
       {word("Month"), fixed("mon1", 12, "Beginning Month"), word("Year"),
-       fixed("year1", 6, "Beginning Year")}},
-     {"Ending Month:",
+       fixed("year1", 6, "Beginning Year")}}},
+    {{"Ending Month:",
       {word("Month"), fixed("mon2", 12, "Ending Month"), word("Year"), fixed("year2", 6, "Ending Year")}}},
 };
 
@@ -29,7 +29,9 @@ void build_paymentcalculator(FormBuilder& builder) {
     auto* const buttons = new QHBoxLayout;
     for (const char* button : {"Command2", "Command1", "Command3"})
         buttons->addWidget(builder(button));
+    buttons->addStretch(1);
     whole->addLayout(buttons);
+    whole->addStretch(1);
     builder.leave_out({"daysuntilfirstpayment"});
     builder.form().set_first(builder.control("amountfinanced"));
 }
