@@ -1,12 +1,15 @@
 #pragma once
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QCalendarWidget>
 #include <QPointer>
 #include <QTest>
 #include <QTimer>
 #include <QWidget>
 #include <QWindow>
 #include <functional>
+#include <stdexcept>
 
 namespace tolva::desktop {
 
@@ -50,6 +53,26 @@ inline void click(QWidget* widget, QPoint at) {
 
 inline void click(QWidget* widget) {
     click(widget, widget->rect().center());
+}
+
+inline void double_click(QWidget* widget) {
+    QTest::mouseDClick(widget->window()->windowHandle(), Qt::LeftButton, {},
+                       in_window(widget, widget->rect().center()));
+}
+
+/// Clicks on a day of the month that a calendar shows; from its last lines on, of the one behind it.
+inline void click_day(QCalendarWidget* calendar, int day_of_month, int from_line = 1) {
+    auto* const days = calendar->findChild<QAbstractItemView*>();
+    for (int line = from_line; line < days->model()->rowCount(); ++line)
+        for (int column = 0; column < days->model()->columnCount(); ++column) {
+            const QModelIndex index = days->model()->index(line, column);
+            const bool of_the_month_before = line == 1 && day_of_month > 20;
+            if (index.data().toInt() != day_of_month || of_the_month_before)
+                continue;
+            click(days->viewport(), days->visualRect(index).center());
+            return;
+        }
+    throw std::runtime_error("the calendar shows no such day");
 }
 
 /// Lets what is on its way arrive.
