@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "analysis/graph.h"
+#include "desktop/application_icon.h"
 #include "desktop/qt_host.h"
 #include "desktop/text.h"
 #include "messages/generalmessagecreate.h"
@@ -34,8 +35,9 @@ class StandingClock final : public platform::Clock {
 
 class Walk {
   public:
-    Walk(const std::string& desk, QDir folder, basic::Date moment)
-        : folder_(std::move(folder)), clock_(moment), disk_(files::make_disk()), host_(*disk_),
+    /// Every window in one size, where one is given.
+    Walk(const std::string& desk, QDir folder, basic::Date moment, QSize size)
+        : folder_(std::move(folder)), size_(size), clock_(moment), disk_(files::make_disk()), host_(*disk_),
           runtime_(host_, clock_), module_(runtime_, *disk_, desk) {
         shell::assemble(module_);
     }
@@ -93,7 +95,8 @@ class Walk {
             return;
         // As it comes up on a common small screen, whatever screen there is.
         constexpr QSize room(1366, 728);
-        form->resize(form->wanted_size().boundedTo(room / form->devicePixelRatio()));
+        form->resize(size_.isValid() ? size_.expandedTo(form->minimumSizeHint())
+                                     : form->wanted_size().boundedTo(room / form->devicePixelRatio()));
         save(name, *form);
     }
 
@@ -236,6 +239,7 @@ class Walk {
     }
 
     QDir folder_;
+    QSize size_;
     StandingClock clock_;
     std::unique_ptr<files::FileSystem> disk_;
     desktop::QtHost host_;
@@ -249,15 +253,16 @@ class Walk {
 
 } // namespace tolva::pictures
 
-/// tolva-screenshots DESK FOLDER MONTH/DAY/YEAR
+/// tolva-screenshots DESK FOLDER MONTH/DAY/YEAR [WIDTH HEIGHT]
 int main(int argc, char** argv) {
     using namespace tolva;
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("TOLVA"));
+    QApplication::setWindowIcon(desktop::application_icon());
     QApplication::setQuitOnLastWindowClosed(false);
     const QStringList words = QApplication::arguments();
-    if (words.size() != 4) {
-        std::fputs("usage: tolva-screenshots DESK FOLDER MONTH/DAY/YEAR\n", stderr);
+    if (words.size() != 4 && words.size() != 6) {
+        std::fputs("usage: tolva-screenshots DESK FOLDER MONTH/DAY/YEAR [WIDTH HEIGHT]\n", stderr);
         return 2;
     }
     const QDir folder(words[2]);
@@ -268,8 +273,9 @@ int main(int argc, char** argv) {
     constexpr int any_year = 2000;
     const basic::Date day = basic::to_date(words[3].toStdString(), any_year);
     const double morning = 10.0 / 24;
+    const QSize size = words.size() == 6 ? QSize(words[4].toInt(), words[5].toInt()) : QSize();
     pictures::Walk walk(QFileInfo(words[1]).absoluteFilePath().toStdString(), folder,
-                        basic::add_days(day, morning));
+                        basic::add_days(day, morning), size);
     walk.run();
     return walk.all_written() ? 0 : 1;
 }
