@@ -1,15 +1,10 @@
 #include "module/module.h"
 
-#include "basic/run_time_error.h"
 #include "basic/text.h"
 
 namespace tolva::module {
 
 namespace {
-
-constexpr const char* preference_path = "\\data\\database.mdb";
-constexpr const char* running_copy_path = "\\data\\tolva.lock";
-constexpr int file_in_use = 3045;
 
 /// The second set of the prospects' home columns, which the search asks for. Nothing fills them, and older
 /// files lack some.
@@ -43,27 +38,15 @@ Module::~Module() {
     printer().job_ended = nullptr;
 }
 
-void Module::refuse_second_copy() {
-    try {
-        running_copy_ = disk.open(appfolder + running_copy_path, files::OpenMode::create);
-    } catch (const basic::RunTimeError&) {
-        // No folder, or one that cannot be written to: opening the stores says so better.
-        return;
-    }
-    if (!running_copy_->lock())
-        throw basic::RunTimeError(file_in_use, disk.resolve(appfolder + preference_path));
-}
-
 void Module::opendatabases() {
     listingfirstload = prospectfirstload = soldfirstload = addressfirstload = true;
     listingnewrecord = prospectnewrecord = soldnewrecord = false;
-    refuse_second_copy();
 
     const struct {
         const char* path;
         std::unique_ptr<dao::Database>& database;
     } stores[] = {
-        {preference_path, preferencedb},        {"\\data\\listings.mdb", listingdb},
+        {"\\data\\database.mdb", preferencedb}, {"\\data\\listings.mdb", listingdb},
         {"\\data\\address.mdb", addressdb},     {"\\data\\prospect.mdb", prospectdb},
         {"\\data\\sold.mdb", solddb},           {"\\data\\zipcodes.mdb", zipdb},
         {"\\data\\messagedata.mdb", messagedb},

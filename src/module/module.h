@@ -148,12 +148,6 @@ class Module {
     /// The date test and the conversion, with this year for dates without one.
     bool is_date(const std::string& text) const { return basic::is_date(text, this_year()); }
     basic::Date to_date(const std::string& text) const { return basic::to_date(text, this_year()); }
-
-  private:
-    void refuse_second_copy();
-
-    /// Held for the life of the program; the system lets go of it however the program ends.
-    std::unique_ptr<files::File> running_copy_;
 };
 
 } // namespace tolva::module

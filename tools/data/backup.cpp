@@ -22,7 +22,7 @@ constexpr std::array<const char*, 7> stores = {"database.mdb",   "listings.mdb",
                                                "messagedata.mdb"};
 
 /// What a change or a run leaves beside the files themselves.
-constexpr std::array<std::string_view, 5> passing = {"-journal", ".ldb", ".lock", ".new", ".unfinished"};
+constexpr std::array<std::string_view, 4> passing = {"-journal", ".ldb", ".new", ".unfinished"};
 
 /// How often the files that have no lock are read to find them at rest.
 constexpr int most_readings = 20;
