@@ -21,7 +21,7 @@ class CommandLine {
   private:
     std::vector<std::string> words_;
     /// The code page that the console had; 0 where there is nothing to put back.
-    unsigned console_code_page_ = 0;
+    [[maybe_unused]] unsigned console_code_page_ = 0;
 };
 
 } // namespace tolva::files
