@@ -13,7 +13,9 @@ TEST(TheUsersSettings, LieInATextFileOfSectionsAndKeys) {
     QTemporaryDir folder;
     const QString file = folder.filePath(QStringLiteral("settings.ini"));
     UserSettings(file).save(QStringLiteral("Settings"), QStringLiteral("MainLeft"), QStringLiteral("2345"));
-    EXPECT_EQ(support::file_content(from_qt(file)), "[Settings]\nMainLeft=2345\n");
+    std::string content = support::file_content(from_qt(file));
+    std::erase(content, '\r');
+    EXPECT_EQ(content, "[Settings]\nMainLeft=2345\n");
     EXPECT_EQ(UserSettings(file).value(QStringLiteral("Settings"), QStringLiteral("MainLeft")),
               QStringLiteral("2345"));
 }
