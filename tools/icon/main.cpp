@@ -1,4 +1,5 @@
 #include <QBuffer>
+#include <QDir>
 #include <QFile>
 #include <QGuiApplication>
 #include <QIcon>
@@ -57,8 +58,8 @@ bool write(const QString& path, const QByteArray& bytes) {
 
 } // namespace
 
-/// tolva-icon FOLDER: writes the program's icon as tolva.ico (Windows) and tolva.png (a Linux desktop's
-/// menu).
+/// tolva-icon FOLDER: writes the program's icon as tolva.ico (Windows) and below hicolor/ in the sizes that
+/// Linux desktops look for, in their own folders.
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication application(argc, argv);
@@ -69,8 +70,13 @@ int main(int argc, char** argv) {
     }
     const QIcon icon = tolva::desktop::application_icon();
     const QString folder = arguments.at(1);
-    if (!write(folder + QStringLiteral("/tolva.ico"), windows_icon(icon)) ||
-        !write(folder + QStringLiteral("/tolva.png"), png(icon, 256))) {
+    bool written = write(folder + QStringLiteral("/tolva.ico"), windows_icon(icon));
+    for (const int pixels : {16, 24, 32, 48, 64, 128, 256}) {
+        const QString size = folder + QStringLiteral("/hicolor/%1x%1/apps").arg(pixels);
+        written =
+            written && QDir().mkpath(size) && write(size + QStringLiteral("/tolva.png"), png(icon, pixels));
+    }
+    if (!written) {
         std::fprintf(stderr, "tolva-icon: %s cannot be written to\n", qPrintable(folder));
         return 1;
     }
