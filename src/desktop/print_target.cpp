@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLibrary>
 #include <QPrinterInfo>
 #include <QRegularExpression>
 
@@ -65,6 +66,14 @@ std::unique_ptr<QPrinter> make_printer(const PrintTarget& target) {
     printer->setPageSize(QPageSize(QPageSize::Letter));
     printer->setFullPage(true);
     return printer;
+}
+
+bool queue_refused_job() {
+    // The statuses of the internet printing protocol from here on are errors.
+    constexpr int first_error = 0x0400;
+    QLibrary cups(QStringLiteral("cups"), 2);
+    const auto last_status = reinterpret_cast<int (*)()>(cups.resolve("cupsLastError"));
+    return last_status != nullptr && last_status() >= first_error;
 }
 
 QString next_pdf_file(const QString& folder, const QString& job) {

@@ -30,6 +30,10 @@ bool is_ready(const PrintTarget& target);
 /// target isn't ready.
 std::unique_ptr<QPrinter> make_printer(const PrintTarget& target);
 
+/// Whether the system's print server refused the job that was sent to it last. Qt doesn't say, the library
+/// under it does; false where that is another one.
+bool queue_refused_job();
+
 /// A name in the folder for the next job, numbered behind those that are there.
 QString next_pdf_file(const QString& folder, const QString& job);
 /// The same, and the file exists from now on, so that no other job or program takes the name. Empty where

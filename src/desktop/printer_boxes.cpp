@@ -63,7 +63,10 @@ class TargetBox : public QDialog {
         paper_->setEnabled(queues_->count() > 0);
         (target.kind == Kind::pdf_folder || !paper_->isEnabled() ? files_ : paper_)->setChecked(true);
         connect(paper_, &QRadioButton::toggled, this, [this] { follow(); });
-        connect(queues_, &QListWidget::currentRowChanged, this, [this] { paper_->setChecked(true); });
+        const auto print_on_paper = [this] { paper_->setChecked(true); };
+        connect(queues_, &QListWidget::currentRowChanged, this, print_on_paper);
+        // A click on the one that is current already changes no row.
+        connect(queues_, &QListWidget::itemClicked, this, print_on_paper);
         connect(folder_, &QLineEdit::textEdited, this, [this] {
             files_->setChecked(true);
             follow();

@@ -148,9 +148,11 @@ void QtPrinter::end_job() {
     if (!painter_.isActive())
         return;
     setting_.reset();
+    const bool on_queue = device()->outputFormat() == QPrinter::NativeFormat;
     const bool ended = painter_.end() && device()->printerState() != QPrinter::Error;
+    const bool refused = on_queue && queue_refused_job();
     device_for_once_.reset();
-    if (!ended)
+    if (!ended || refused)
         throw basic::RunTimeError(printer_error);
 }
 
