@@ -96,9 +96,11 @@ class ListTables::Reader {
             list_ = &tables_.lists_.back();
             level_ = nullptr;
             levels_ = 0;
+            in_pattern_ = false;
         } else if (token.text == "listlevel" && list_) {
             level_ = levels_ < limits::list_levels ? &list_->levels[levels_] : nullptr;
             ++levels_;
+            in_pattern_ = false;
             page_ = CodePage();
         } else if (token.text == "leveltext" && level_) {
             in_pattern_ = true;
