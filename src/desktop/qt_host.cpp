@@ -28,6 +28,11 @@ constexpr const char* main_menu = "Form1";
 QtHost::QtHost(files::FileSystem& disk, const QString& settings)
     : form_maker(make_form), disk_(disk), state_{watch_}, settings_(settings) {
     clock_.setSingleShot(true);
+    // What was to come to the front is there, or something else is.
+    QObject::connect(qApp, &QGuiApplication::focusWindowChanged, &clock_, [this](const QWindow* now) {
+        if (now)
+            coming_up_ = nullptr;
+    });
     printer_.use(load_print_target(settings_));
 }
 
@@ -224,10 +229,12 @@ void QtHost::present(Form& form, platform::ShowMode mode) {
     }
     form.raise();
     form.draws_attention = !activate;
-    if (activate)
+    if (activate) {
         form.activateWindow();
-    else
+        coming_up_ = &form;
+    } else {
         QApplication::alert(&form);
+    }
 }
 
 /// A window takes the size that its form wants, as far as the screen has it. Where the window manager would
@@ -279,6 +286,9 @@ void QtHost::put_back(Form& form, const platform::WindowPlace& place) {
 }
 
 QWidget* QtHost::window_in_front() const {
+    const QWidget* const modal_now = QApplication::activeModalWidget();
+    if (coming_up_ && coming_up_->isVisible() && (!modal_now || modal_now == coming_up_.data()))
+        return coming_up_;
     if (QWidget* const active = QApplication::activeWindow())
         return active;
     if (QWidget* const modal = QApplication::activeModalWidget())

@@ -120,6 +120,8 @@ class QtHost final : public platform::Host {
     std::vector<Waiting> waiting_;
     /// Where to go back to from a modal screen, outermost first.
     std::vector<QPointer<QWidget>> behind_modal_;
+    /// Was told to come to the front, and the window system hasn't got to it yet.
+    QPointer<Form> coming_up_;
     QTimer clock_;
     UserSettings settings_;
     QtPrinter printer_;

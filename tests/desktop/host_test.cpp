@@ -137,6 +137,21 @@ TEST(Windows, ShownAgainComeToTheFront) {
     EXPECT_TRUE(bench.form().isActiveWindow());
 }
 
+TEST(Windows, UnderABoxWhileTheyComeUpAreInFrontBehindIt) {
+    Bench bench;
+    bench.show();
+    platform::Slot<SmallScreen> other(bench.runtime);
+    other.make = [&] { return std::make_unique<SmallScreen>(bench.runtime, "other"); };
+    meanwhile([] { press(Qt::Key_Return); });
+    bench.runtime.run([&] {
+        other().show();
+        bench.runtime.message("wait", "");
+    });
+    settle();
+    EXPECT_TRUE(bench.host.form_of(other())->isActiveWindow());
+    EXPECT_FALSE(bench.form().isActiveWindow());
+}
+
 TEST(Windows, RemindersAreLaidOutSoThatEachIsSeen) {
     Bench bench;
     std::vector<platform::Screen*> screens;
