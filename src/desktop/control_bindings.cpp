@@ -142,6 +142,7 @@ void MonthBinding::focus_went() {
 }
 
 void MonthBinding::show_changes() {
+    calendar_->mark_today(view_.screen().runtime().clock().moment());
     if (changed(value_, view_.value))
         calendar_->show_day(view_.value);
 }
@@ -152,6 +153,7 @@ TabBinding::TabBinding(Form& form, platform::TabStrip& control)
     : Binding(form, control), tabs_(control), bar_(new QTabBar(&form)) {
     bar_->setFocusPolicy(Qt::StrongFocus);
     bar_->setExpanding(false);
+    bar_->setUsesScrollButtons(false);
     for (const std::string& tab : control.tabs())
         bar_->addTab(to_qt(tab));
     QObject::connect(bar_, &QTabBar::currentChanged, bar_, [this](int tab) {

@@ -16,6 +16,26 @@ int typed_character(const QKeyEvent& event) {
     return points.isEmpty() ? 0 : static_cast<int>(points.first());
 }
 
+namespace {
+
+/// Which way along a column of lines a key leads; 0 for all others.
+int step_of(const QKeyEvent& event) {
+    if (event.modifiers() & ~Qt::KeypadModifier)
+        return 0;
+    switch (event.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Down:
+        return 1;
+    case Qt::Key_Up:
+        return -1;
+    default:
+        return 0;
+    }
+}
+
+} // namespace
+
 LineEdit::LineEdit(QWidget* parent) : QLineEdit(parent) {
     set_room(characters_, true);
 }
@@ -60,6 +80,11 @@ void LineEdit::keyPressEvent(QKeyEvent* event) {
     if (character != 0 && on_key)
         on_key(character);
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const int step = step_of(*event);
+    if (on_step && step != 0) {
+        on_step(step);
+        return;
+    }
     QLineEdit::keyPressEvent(event);
     if (enter)
         event->accept(); // it has no effect of its own, here or in a window around

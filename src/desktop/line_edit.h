@@ -23,6 +23,9 @@ class LineEdit : public QLineEdit {
     /// A mouse click has had its effect on the caret.
     std::function<void()> on_click_over;
     std::function<void()> on_double_click;
+    /// Where lines stand below each other: Enter and the arrow keys lead to the next one (1) or the one above
+    /// (-1).
+    std::function<void(int step)> on_step;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

@@ -1,6 +1,7 @@
 #include "desktop/month_calendar.h"
 
 #include <QLocale>
+#include <QPainter>
 
 namespace tolva::desktop {
 
@@ -36,6 +37,27 @@ void MonthCalendar::show_day(basic::Date date) {
     showing_ = true;
     setSelectedDate(to_qt(date));
     showing_ = false;
+}
+
+void MonthCalendar::mark_today(basic::Date today) {
+    const QDate day = to_qt(today);
+    if (today_ == day)
+        return;
+    today_ = day;
+    updateCells();
+}
+
+void MonthCalendar::paintCell(QPainter* painter, const QRect& rect, QDate date) const {
+    QCalendarWidget::paintCell(painter, rect, date);
+    if (date != today_)
+        return;
+    const bool selected = date == selectedDate();
+    constexpr int thickness = 2;
+    painter->save();
+    painter->setPen(
+        QPen(palette().color(selected ? QPalette::HighlightedText : QPalette::Highlight), thickness));
+    painter->drawRect(rect.adjusted(thickness, thickness, -thickness - 1, -thickness - 1));
+    painter->restore();
 }
 
 } // namespace tolva::desktop

@@ -17,11 +17,17 @@ class MonthCalendar : public QCalendarWidget {
     explicit MonthCalendar(QWidget* parent = nullptr);
 
     void show_day(basic::Date date);
+    /// Which day has a frame around it.
+    void mark_today(basic::Date today);
 
     std::function<void(basic::Date)> on_pick;
     std::function<void(basic::Date)> on_move;
 
+  protected:
+    void paintCell(QPainter* painter, const QRect& rect, QDate date) const override;
+
   private:
+    QDate today_;
     bool showing_ = false;
 };
 

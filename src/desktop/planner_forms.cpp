@@ -1,5 +1,7 @@
 #include <QScrollArea>
+#include <QScrollBar>
 #include <string>
+#include <vector>
 
 #include "desktop/form_builder.h"
 #include "desktop/forms.h"
@@ -15,44 +17,94 @@ std::string member(const char* array, int index) {
     return array + std::string("_") + std::to_string(index);
 }
 
-/// A frame whose many lines scroll.
-QGridLayout* scrolling_frame(FormBuilder& builder, const char* frame) {
+/// Asks for a good part of the day, and makes do with less on a small screen.
+class LinesInSight : public QScrollArea {
+  public:
+    explicit LinesInSight(QWidget* parent) : QScrollArea(parent) {
+        setWidgetResizable(true);
+        setFrameShape(QFrame::NoFrame);
+        setFocusPolicy(Qt::NoFocus);
+    }
+    QSize sizeHint() const override { return {QScrollArea::sizeHint().width(), 32 * fontMetrics().height()}; }
+    QSize minimumSizeHint() const override {
+        // Across, a line is never cut.
+        return {widget()->minimumSizeHint().width() + verticalScrollBar()->sizeHint().width(),
+                12 * fontMetrics().height()};
+    }
+};
+
+/// Many lines below each other, in a frame that scrolls.
+struct Lines {
+    QScrollArea* scroll;
+    QGridLayout* grid;
+};
+
+Lines scrolling_lines(FormBuilder& builder, const char* frame) {
     QGroupBox* const box = builder.frame(frame);
     auto* const column = new QVBoxLayout(box);
     auto* const page = new QWidget(&builder.form());
     auto* const grid = new QGridLayout(page);
-    auto* const scroll = new QScrollArea(box);
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    constexpr int lines_in_sight = 24;
-    scroll->setMinimumHeight(lines_in_sight * scroll->fontMetrics().height());
+    auto* const scroll = new LinesInSight(box);
     scroll->setWidget(page);
+    grid->setVerticalSpacing(2);
     column->addWidget(scroll);
-    return grid;
+    return {scroll, grid};
+}
+
+/// A day is typed down: Enter and the arrow keys lead from line to line, and the page follows.
+void lead_down(const Lines& lines, const std::vector<LineEdit*>& boxes) {
+    for (std::size_t at = 0; at < boxes.size(); ++at) {
+        LineEdit* const above = at > 0 ? boxes[at - 1] : nullptr;
+        LineEdit* const below = at + 1 < boxes.size() ? boxes[at + 1] : nullptr;
+        boxes[at]->on_step = [above, below, scroll = lines.scroll](int step) {
+            LineEdit* const next = step > 0 ? below : above;
+            if (!next)
+                return;
+            next->setFocus(Qt::OtherFocusReason);
+            scroll->ensureWidgetVisible(next);
+        };
+    }
 }
 
 void fill_todos(FormBuilder& builder) {
-    QGridLayout* const grid = scrolling_frame(builder, "plannerframe");
+    const Lines lines = scrolling_lines(builder, "plannerframe");
+    std::vector<LineEdit*> boxes;
     for (int line = 0; line < PlannerDay::todos; ++line) {
         const QString number = QString::number(line + 1);
-        grid->addWidget(builder(member("cb", line)), line, 0);
-        grid->addWidget(builder.box(member("td", line), 40, true), line, 1);
+        lines.grid->addWidget(builder(member("cb", line)), line, 0);
+        boxes.push_back(static_cast<LineEdit*>(builder.box(member("td", line), 40, true)));
+        lines.grid->addWidget(boxes.back(), line, 1);
         builder.say(member("cb", line), QStringLiteral("To Do Item %1 Done").arg(number));
         builder.say(member("td", line), QStringLiteral("To Do Item %1").arg(number));
         builder.form().leave_out(builder.control(member("tp", line)));
     }
+    lines.grid->setRowStretch(PlannerDay::todos, 1);
+    lead_down(lines, boxes);
 }
 
 void fill_slots(FormBuilder& builder) {
-    QGridLayout* const grid = scrolling_frame(builder, "appointmentframe");
+    const Lines lines = scrolling_lines(builder, "appointmentframe");
+    constexpr int slots_an_hour = 4;
+    int row = 0;
+    std::vector<LineEdit*> boxes;
     for (int slot = 0; slot < PlannerDay::slots; ++slot) {
         auto* const time = static_cast<QLabel*>(builder(member("Label1", slot)));
-        grid->addWidget(time, slot, 0, Qt::AlignRight | Qt::AlignVCenter);
-        grid->addWidget(builder.box(member("timeperiod", slot), 40, true), slot, 1);
-        time->setBuddy(builder(member("timeperiod", slot)));
+        const bool full_hour = slot % slots_an_hour == 0;
+        if (full_hour) {
+            QFont font = time->font();
+            font.setBold(true);
+            time->setFont(font);
+        }
+        // A little air ahead of each hour, so that the eye finds it.
+        if (full_hour && slot > 0)
+            lines.grid->setRowMinimumHeight(row++, time->fontMetrics().height() / 2);
+        lines.grid->addWidget(time, row, 0, Qt::AlignRight | Qt::AlignVCenter);
+        boxes.push_back(static_cast<LineEdit*>(builder.box(member("timeperiod", slot), 40, true)));
+        lines.grid->addWidget(boxes.back(), row++, 1);
+        time->setBuddy(boxes.back());
         builder.form().leave_out(builder.control(member("d", slot)));
     }
+    lead_down(lines, boxes);
 }
 
 } // namespace
