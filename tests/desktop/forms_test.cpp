@@ -331,6 +331,29 @@ TEST_P(Forms, ReachEveryVisibleControlByTab) {
     });
 }
 
+TEST_P(Forms, GiveAnAccessKeyToOneAlone) {
+    on_each_page([this] {
+        std::map<QKeySequence, QString> taken;
+        const auto take = [&](const QString& text) {
+            const QKeySequence key = QKeySequence::mnemonic(text);
+            if (key.isEmpty())
+                return;
+            EXPECT_EQ(taken.count(key), 0u)
+                << qPrintable(key.toString()) << ": " << qPrintable(taken[key]) << ", " << qPrintable(text);
+            taken[key] = text;
+        };
+        for (const QWidget* widget : form->findChildren<QWidget*>()) {
+            if (!widget->isVisible())
+                continue;
+            if (const auto* button = qobject_cast<const QAbstractButton*>(widget))
+                take(button->text());
+            else if (const auto* bar = qobject_cast<const QMenuBar*>(widget))
+                for (const QAction* entry : bar->actions())
+                    take(entry->text());
+        }
+    });
+}
+
 TEST_P(Forms, NameEveryInputForAScreenReader) {
     for (const platform::Control* control : screen->controls()) {
         const Binding* const binding = form->binding_of(*control);
