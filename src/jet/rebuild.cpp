@@ -133,9 +133,10 @@ std::vector<std::string> rebuild(files::FileSystem& disk, const std::string& fro
     try {
         Rebuild work(disk, from, unfinished);
         work.run();
+        auto left_out = work.left_out();
         disk.rename(unfinished, target);
         disk.sync_folder(files::folder_of(target));
-        return work.left_out();
+        return left_out;
     } catch (...) {
         if (disk.exists_exactly(unfinished))
             disk.remove(unfinished);

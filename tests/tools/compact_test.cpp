@@ -82,6 +82,18 @@ TEST_F(Compact, AFailureLeavesNothingBehind) {
     EXPECT_FALSE(std::filesystem::exists(folder.file("new.mdb.unfinished")));
 }
 
+TEST_F(Compact, AFailureLeavesNothingBehindThoughOnlyTheCatalogIsDamaged) {
+    std::string content = support::file_content(used_file());
+    const std::string name("D\0a\0t\0a\0b\0a\0s\0e\0s\0", 18); // no table's
+    const std::size_t at = content.find(name);
+    ASSERT_NE(at, std::string::npos);
+    // Behind the name the row tells how long it is.
+    content.replace(at + name.size(), 27, 27, '\xff');
+    const auto result = run({"compact", write("damaged.mdb", content), folder.file("new.mdb")});
+    EXPECT_EQ(result.code, 1);
+    EXPECT_FALSE(std::filesystem::exists(folder.file("new.mdb")));
+}
+
 TEST_F(Compact, SamplesOfOtherProgramsKeepAllTheirTables) {
     TOLVA_NEEDS_SAMPLE("mdb");
     int files = 0;
