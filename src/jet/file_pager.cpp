@@ -165,8 +165,9 @@ PageNumber FilePager::append() {
     check_usable();
     if (read_only_)
         throw basic::RunTimeError(3027);
-    if ((std::uint64_t{page_count_} + 1) * format_->page_size > longest_file)
-        files::fail(75, path_, "a file of this kind ends at 2 GB");
+    if ((std::uint64_t{page_count_} + 1) * format_->page_size > format_->longest_file)
+        files::fail(75, path_,
+                    "a file of this kind ends at " + std::to_string(format_->longest_file >> 30) + " GB");
     const PageNumber page = page_count_++;
     pending_.emplace(page, std::make_shared<Page>(format_->page_size));
     return page;

@@ -5,6 +5,7 @@ namespace tolva::jet {
 const Format jet3_format = {
     .version = Format::Version::jet3,
     .page_size = 2048,
+    .longest_file = std::uint64_t{1} << 30,
     .code_page = 1252,
     .header = {.mask_start = 0x18,
                .mask_size = 126,
@@ -74,6 +75,7 @@ const Format jet3_format = {
 const Format jet4_format = {
     .version = Format::Version::jet4,
     .page_size = 4096,
+    .longest_file = std::uint64_t{2} << 30,
     .code_page = 1252,
     .header = {.mask_start = 0x18,
                .mask_size = 128,

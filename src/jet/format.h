@@ -12,6 +12,7 @@ struct Format {
 
     Version version;
     std::size_t page_size;
+    std::uint64_t longest_file; ///< what its maps can tell of, in round numbers
 
     /// Whose bytes the file's text is made of, where a character is one byte; a file's own number stands in
     /// its header.

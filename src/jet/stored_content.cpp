@@ -2,6 +2,7 @@
 
 #include "basic/run_time_error.h"
 #include "jet/damage.h"
+#include "jet/format.h"
 #include "jet/journal.h"
 
 namespace tolva::jet {
@@ -25,7 +26,7 @@ std::unique_ptr<files::File> open_stored(files::FileSystem& disk, const std::str
 }
 
 void check_length(const std::string& path, std::uint64_t length) {
-    if (length > longest_file)
+    if (length > jet4_format.longest_file)
         damaged(path, 0, "the file is longer than 2 GB");
 }
 

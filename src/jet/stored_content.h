@@ -42,10 +42,7 @@ class StoredContent {
     ContentLock lock_;
 };
 
-/// What the format allows, and more than any memory should be asked for.
-inline constexpr std::uint64_t longest_file = std::uint64_t{2} << 30;
-
-/// Error 3049 when a file is longer.
+/// Error 3049 when a file is longer than one of any version, which is more than memory should be asked for.
 void check_length(const std::string& path, std::uint64_t length);
 
 /// Opens a file that must exist, with the engine's errors: 3024 when it is absent, 3045 when another program

@@ -196,18 +196,27 @@ class PagerOnDisk : public testing::Test {
     const std::string file = folder.file("a.mdb");
 };
 
-TEST_F(PagerOnDisk, AFileEndsAt2GB) {
-    constexpr std::uint64_t most = std::uint64_t{2} << 30;
-    set_length(most - jet4_format.page_size); // of blanks, which take no room
-    {
+TEST_F(PagerOnDisk, AFileEndsWhereItsVersionEnds) {
+    for (const Format& format : {jet3_format, jet4_format}) {
+        files::Bytes header(format.page_size);
+        write_header(format, header, 45000.5);
+        put(file, header);
+        set_length(format.longest_file - format.page_size); // of blanks, which take no room
         FilePager pager(*disk, file);
         fill(pager, pager.append(), 0xaa);
         EXPECT_EQ(error_of([&] { pager.append(); }), 75);
-        EXPECT_EQ(pager.page_count(), most / jet4_format.page_size);
-        pager.rollback();
+        EXPECT_EQ(pager.page_count(), format.longest_file / format.page_size);
     }
-    set_length(most + jet4_format.page_size);
+    set_length(jet4_format.longest_file + jet4_format.page_size);
     EXPECT_EQ(error_of([&] { FilePager(*disk, file); }), 3049);
+}
+
+TEST_F(PagerOnDisk, AMapReachesToTheEndOfTheLongestFile) {
+    for (const Format& format : {jet3_format, jet4_format}) {
+        const std::size_t references = (format.map.inline_size - 1) / 4;
+        const std::size_t pages_of_each = (format.page_size - format.map.page_bits) * 8;
+        EXPECT_GE(references * pages_of_each * format.page_size, format.longest_file);
+    }
 }
 
 TEST_F(PagerOnDisk, AJournalLiesBesideTheFileThatALinkLeadsTo) {
