@@ -25,27 +25,13 @@ std::size_t length_of(const ColumnSchema& column, const Format& format) {
     const auto size = static_cast<std::size_t>(column.size > 0 ? column.size : default_text_size);
     switch (column.type) {
     case ColumnType::boolean:
-    case ColumnType::byte:
         return 1;
-    case ColumnType::integer:
-        return 2;
-    case ColumnType::long_integer:
-    case ColumnType::single_real:
-        return 4;
-    case ColumnType::currency:
-    case ColumnType::double_real:
-    case ColumnType::date:
-        return 8;
-    case ColumnType::guid:
-        return 16;
-    case ColumnType::numeric:
-        return 17;
     case ColumnType::text:
         return size * format.character_size;
     case ColumnType::binary:
         return size;
     default:
-        return 0;
+        return natural_length(column.type);
     }
 }
 

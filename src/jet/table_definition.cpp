@@ -95,7 +95,24 @@ Column read_column(const DefinitionBytes& bytes, const Format& format, std::size
     return column;
 }
 
-/// The bytes that a value of the type always has; 0 where the column's length tells.
+void check_column(const DefinitionBytes& bytes, const Format& format, const TableDefinition& table,
+                  const Column& column) {
+    if (column.id >= table.most_columns)
+        bytes.fail("numbers column '" + column.name + "' too high");
+    if (const std::size_t length = natural_length(column.type); length != 0 && column.length != length)
+        bytes.fail("gives column '" + column.name + "' a wrong length");
+    if (column.is_fixed() && column.type != ColumnType::boolean &&
+        column.fixed_offset + std::size_t{column.length} > format.data.longest_row)
+        bytes.fail("puts column '" + column.name + "' outside its rows");
+    if (!column.is_fixed() && column.type != ColumnType::boolean &&
+        column.variable_index >= table.variable_columns)
+        bytes.fail("gives column '" + column.name + "' no place among the variable ones");
+    if (column.is_fixed() && column.is_long())
+        bytes.fail("calls the long column '" + column.name + "' fixed");
+}
+
+} // namespace
+
 std::size_t natural_length(ColumnType type) {
     switch (type) {
     case ColumnType::byte:
@@ -117,24 +134,6 @@ std::size_t natural_length(ColumnType type) {
         return 0;
     }
 }
-
-void check_column(const DefinitionBytes& bytes, const Format& format, const TableDefinition& table,
-                  const Column& column) {
-    if (column.id >= table.most_columns)
-        bytes.fail("numbers column '" + column.name + "' too high");
-    if (const std::size_t length = natural_length(column.type); length != 0 && column.length != length)
-        bytes.fail("gives column '" + column.name + "' a wrong length");
-    if (column.is_fixed() && column.type != ColumnType::boolean &&
-        column.fixed_offset + std::size_t{column.length} > format.data.longest_row)
-        bytes.fail("puts column '" + column.name + "' outside its rows");
-    if (!column.is_fixed() && column.type != ColumnType::boolean &&
-        column.variable_index >= table.variable_columns)
-        bytes.fail("gives column '" + column.name + "' no place among the variable ones");
-    if (column.is_fixed() && column.is_long())
-        bytes.fail("calls the long column '" + column.name + "' fixed");
-}
-
-} // namespace
 
 TableDefinition read_table_definition(const Pager& pager, PageNumber page) {
     const Format& format = pager.format();

@@ -86,4 +86,7 @@ struct TableDefinition {
 /// Error 3049 when the definition makes no sense.
 TableDefinition read_table_definition(const Pager& pager, PageNumber page);
 
+/// The bytes that a value of the type always has; 0 where the column's length tells.
+std::size_t natural_length(ColumnType type);
+
 } // namespace tolva::jet

@@ -39,7 +39,7 @@ std::string to_text(jet::Currency value) {
     return point_set(std::to_string(negative ? 0 - bits : bits), currency_decimals, negative);
 }
 
-std::string to_text(const jet::Decimal& value) {
+std::string digits_of(const jet::Decimal& value) {
     std::array<std::uint32_t, 3> rest = value.magnitude;
     std::string digits;
     while (rest[0] != 0 || rest[1] != 0 || rest[2] != 0) {
@@ -51,7 +51,11 @@ std::string to_text(const jet::Decimal& value) {
         }
         digits.insert(digits.begin(), static_cast<char>('0' + remainder));
     }
-    return point_set(digits.empty() ? "0" : digits, value.scale, value.negative);
+    return digits.empty() ? "0" : digits;
+}
+
+std::string to_text(const jet::Decimal& value) {
+    return point_set(digits_of(value), value.scale, value.negative);
 }
 
 } // namespace tolva::sql

@@ -12,5 +12,7 @@ using basic::to_double;
 double to_double(const jet::Decimal& value);
 std::string to_text(jet::Currency value);
 std::string to_text(const jet::Decimal& value);
+/// All its digits, without sign, point and leading zeros.
+std::string digits_of(const jet::Decimal& value);
 
 } // namespace tolva::sql

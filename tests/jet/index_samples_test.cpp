@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "jet/open_database.h"
+#include "support/sample_files.h"
 #include "support/samples.h"
 
 // What other programs wrote into their indexes, held against what this one makes of their rows.
@@ -130,24 +131,7 @@ TEST_P(IndexSamples, TakeAllTheirEntriesOutAndInAgain) {
     });
 }
 
-std::string sample_name(const testing::TestParamInfo<const char*>& info) {
-    std::string name = info.param;
-    name = name.substr(name.rfind('/') + 1);
-    return name.substr(0, name.find('.'));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Files, IndexSamples,
-    testing::Values("mdb/delColTestV1997.mdb", "mdb/delTestV1997.mdb", "mdb/indexTestV1997.mdb",
-                    "mdb/overflowTestV1997.mdb", "mdb/testIndexCodesV1997.mdb", "mdb/testV1997.mdb",
-                    "mdb/DateTestDatabase.mdb", "mdb/bigIndexTestV2003.mdb", "mdb/compIndexTestV2000.mdb",
-                    "mdb/delColTestV2000.mdb", "mdb/delTestV2000.mdb", "mdb/fixedNumericTestV2000.mdb",
-                    "mdb/fixedTextTestV2000.mdb", "mdb/indexTestV2000.mdb", "mdb/overflowTestV2003.mdb",
-                    "mdb/test2V2000.mdb", "mdb/testPromotionV2000.mdb", "mdb/testUnicodeCompV2003.mdb",
-                    "desk/data/address.mdb", "desk/data/database.mdb", "desk/data/listings.mdb",
-                    "desk/data/messagedata.mdb", "desk/data/prospect.mdb", "desk/data/sold.mdb",
-                    "desk/data/zipcodes.mdb"),
-    sample_name);
+INSTANTIATE_TEST_SUITE_P(Files, IndexSamples, support::sample_files, support::sample_name);
 
 } // namespace
 } // namespace tolva::jet

@@ -3,6 +3,7 @@
 
 #include "support/jet_files.h"
 #include "support/mdb_json.h"
+#include "support/sample_files.h"
 #include "support/samples.h"
 
 namespace tolva::jet {
@@ -94,22 +95,7 @@ class Sample : public testing::TestWithParam<const char*> {
     std::unique_ptr<Database> database;
 };
 
-INSTANTIATE_TEST_SUITE_P(
-    Files, Sample,
-    testing::Values("mdb/delColTestV1997.mdb", "mdb/delTestV1997.mdb", "mdb/indexTestV1997.mdb",
-                    "mdb/overflowTestV1997.mdb", "mdb/testIndexCodesV1997.mdb", "mdb/testV1997.mdb",
-                    "mdb/DateTestDatabase.mdb", "mdb/bigIndexTestV2003.mdb", "mdb/compIndexTestV2000.mdb",
-                    "mdb/delColTestV2000.mdb", "mdb/delTestV2000.mdb", "mdb/fixedNumericTestV2000.mdb",
-                    "mdb/fixedTextTestV2000.mdb", "mdb/indexTestV2000.mdb", "mdb/overflowTestV2003.mdb",
-                    "mdb/test2V2000.mdb", "mdb/testPromotionV2000.mdb", "mdb/testUnicodeCompV2003.mdb",
-                    "desk/data/address.mdb", "desk/data/database.mdb", "desk/data/listings.mdb",
-                    "desk/data/messagedata.mdb", "desk/data/prospect.mdb", "desk/data/sold.mdb",
-                    "desk/data/zipcodes.mdb"),
-    [](const auto& chosen) {
-        std::string name = chosen.param;
-        name = name.substr(name.rfind('/') + 1);
-        return name.substr(0, name.find('.'));
-    });
+INSTANTIATE_TEST_SUITE_P(Files, Sample, support::sample_files, support::sample_name);
 
 TEST_P(Sample, IsCleanByTheStructureCheck) {
     EXPECT_EQ(findings(*database), "");

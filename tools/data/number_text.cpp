@@ -4,6 +4,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "sql/conversion.h"
+
 namespace tolva::data {
 
 namespace {
@@ -119,34 +121,8 @@ std::string shortest(float value) {
     return real_text(value);
 }
 
-std::string currency_to_text(jet::Currency value) {
-    const bool negative = value.scaled < 0;
-    std::string digits = std::to_string(value.scaled);
-    if (negative)
-        digits.erase(0, 1);
-    std::string text = with_point(negative, digits, 4);
-    while (text.back() == '0')
-        text.pop_back();
-    if (text.back() == '.')
-        text.pop_back();
-    return text;
-}
-
 std::string decimal_to_text(const jet::Decimal& value) {
-    std::array<std::uint32_t, 3> rest = value.magnitude;
-    std::string digits;
-    while (rest[0] != 0 || rest[1] != 0 || rest[2] != 0) {
-        std::uint64_t remainder = 0;
-        for (std::size_t word = 3; word-- > 0;) {
-            const std::uint64_t part = remainder << 32 | rest[word];
-            rest[word] = static_cast<std::uint32_t>(part / 10);
-            remainder = part % 10;
-        }
-        digits.insert(digits.begin(), static_cast<char>('0' + remainder));
-    }
-    if (digits.empty())
-        digits = "0";
-    return with_point(value.negative, digits, value.scale);
+    return with_point(value.negative, sql::digits_of(value), value.scale);
 }
 
 void append_moment(std::string& out, basic::Date value) {

@@ -15,7 +15,6 @@ namespace tolva::data {
 
 std::string shortest(double value);
 std::string shortest(float value);
-std::string currency_to_text(jet::Currency value);
 std::string decimal_to_text(const jet::Decimal& value);
 
 /// Appends YYYY-MM-DD HH:MM:SS, or the number of days where the calendar ends (years 100 to 9999).

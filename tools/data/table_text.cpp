@@ -2,6 +2,7 @@
 
 #include "basic/run_time_error.h"
 #include "data/number_text.h"
+#include "sql/conversion.h"
 
 namespace tolva::data {
 
@@ -104,7 +105,7 @@ struct AppendText {
     void operator()(double value) const {
         out += column.type == ColumnType::single_real ? shortest(static_cast<float>(value)) : shortest(value);
     }
-    void operator()(jet::Currency value) const { out += currency_to_text(value); }
+    void operator()(jet::Currency value) const { out += sql::to_text(value); }
     void operator()(const jet::Decimal& value) const { out += decimal_to_text(value); }
     void operator()(basic::Date value) const { append_moment(out, value); }
     void operator()(const std::string& value) const { append_escaped(out, value); }
