@@ -27,8 +27,8 @@ class Database {
 
     /// `source` is a table's name, in brackets or without (a table-type set: rows in page and slot order), or
     /// a query text (an updatable dynaset; its fields are all the table's columns, whatever the query lists).
-    /// The set stands on its first row when there is one. The errors are
-    /// those of the query language and of the store.
+    /// The set stands on its first row when there is one.
+    /// The errors are those of the query language and of the store.
     std::unique_ptr<Recordset> OpenRecordset(const std::string& source);
 
     /// Names that conditions may use though a table of this file lacks the columns, as a file of an earlier

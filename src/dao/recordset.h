@@ -16,14 +16,14 @@ class Database;
 /// The rows that a table or a query gave when it was opened, and a position among them. Which rows belong to
 /// the set is fixed then; what they hold is read anew each time. Order of effects:
 /// - `AddNew` draws the row's AutoNumbers, which are gone then whatever becomes of it. Else `AddNew` and
-/// `Edit`
-///   touch nothing until `Update`; any move drops what they had begun, and so does the
-///   other of the two. `Update` of an edit stores the columns that were written and leaves the others as they
-///   then are. An `Update` that fails leaves the edit open.
+///   `Edit` touch nothing until `Update`; any move drops what they had begun, and so does the other of the
+///   two.
+/// - `Update` of an edit stores the columns that were written and leaves the others as they then are. An
+///   `Update` that fails leaves the edit open.
 /// - After `AddNew`, writes and `Update` the new row stands at the end of the set, whatever its order, and
-/// the
-///   row that was current before is current again.
-/// - `Delete` acts at once; the position stays on the deleted row, which reads as no record until a move.
+///   the row that was current before is current again.
+/// - `Delete` acts at once; the position stays on the deleted row, which reads as no record until
+///   a move.
 /// - A value is converted to its column's type as it is written (3421 when it cannot be), and tested for
 ///   width (3163), required (3314) and zero length (3315) at the latest by `Update`.
 class Recordset {

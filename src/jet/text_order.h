@@ -35,9 +35,9 @@ void append_text_key(std::vector<std::uint8_t>& key, std::string_view utf8, Text
 /// and digits of ASCII stand one after the other, in either case.
 std::vector<std::uint8_t> key_share(std::string_view letters_and_digits, TextOrder order);
 
-/// How the query language compares text, UTF-8 on both sides: the order of the keys above, but over the
-/// whole length. Allocates nothing for ASCII in Jet 4's
-/// order.
+/// How the query language compares text, UTF-8 on both sides:
+/// the order of the keys above, but over the whole length.
+/// Allocates nothing for ASCII in Jet 4's order.
 std::weak_ordering compare_text(std::string_view a, std::string_view b, TextOrder order);
 
 } // namespace tolva::jet
