@@ -76,8 +76,10 @@ QSize RichTextEdit::minimumSizeHint() const {
 
 void RichTextEdit::show_text(const rtf::RichText& text) {
     // What a command has done can be taken back like what was typed.
-    if (text_ && !editing_ && editable_ && text.document() != shown_)
+    if (text_ && !editing_ && editable_ && text.document() != shown_) {
         remember({shown_, 0, 0});
+        typing_ = false;
+    }
     text_ = &text;
     showing_ = true;
     show_changed(text.document());
