@@ -37,6 +37,9 @@ void RichTextBinding::show_changes() {
 ToolBarBinding::ToolBarBinding(Form& form, platform::ToolBar& control)
     : Binding(form, control), bar_(control), view_(new QToolBar(&form)) {
     view_->setMovable(false);
+    // All of them find room in the frame as it first comes up.
+    const int side = form.fontMetrics().height() * 4 / 3;
+    view_->setIconSize(QSize(side, side));
     for (const platform::ToolBar::Button& button : control.buttons()) {
         const QString name = to_qt(button.key);
         QAction* const action = view_->addAction(tool_icon(name), name);

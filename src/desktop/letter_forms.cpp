@@ -78,6 +78,8 @@ void build_frmmain(FormBuilder& builder) {
     whole->addWidget(builder("tbToolBar"));
     auto* const documents = new QMdiArea(&builder.form());
     documents->setObjectName(QStringLiteral("documents"));
+    documents->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    documents->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     whole->addWidget(documents, 1);
     builder.say("sbStatusBar", QStringLiteral("Status"));
     whole->addWidget(builder("sbStatusBar"));
@@ -89,7 +91,7 @@ void build_frmdocument(FormBuilder& builder) {
     // A hundred twips on each side.
     const int edge = builder.form().logicalDpiX() * 100 / 1440;
     whole->setContentsMargins(edge, edge, edge, edge);
-    whole->addWidget(page(builder, "rtfText", QStringLiteral("Document"), 60, 20));
+    whole->addWidget(page(builder, "rtfText", QStringLiteral("Document"), 72, 32));
     builder.form().set_first(builder.control("rtfText"));
 }
 
