@@ -95,8 +95,10 @@ class Walk {
             return;
         // As it comes up on a common small screen, whatever screen there is.
         constexpr QSize room(1366, 728);
-        form->resize(size_.isValid() ? size_.expandedTo(form->minimumSizeHint())
-                                     : form->wanted_size().boundedTo(room / form->devicePixelRatio()));
+        if (size_.isValid())
+            form->resize(size_.expandedTo(form->minimumSizeHint()));
+        else if (!screen.place)
+            form->resize(form->wanted_size().boundedTo(room / form->devicePixelRatio()));
         save(name, *form);
     }
 
