@@ -191,6 +191,15 @@ TEST_F(Rows, SetLeavesAllRowsAsTheyWereWhenOneCannotBeChanged) {
     EXPECT_EQ(support::file_content(file), before);
 }
 
+TEST_F(Rows, LoadingRefusesATextOfAnotherEncoding) {
+    const std::string file = file_of_three();
+    const auto result = run({"load", file, "table"}, "name\nAnna\nRen\xe9\n");
+    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.err.find("tolva-data: line 3: text in UTF-8 expected"), 0u) << result.err;
+    EXPECT_EQ(output({"dump", file, "table"}), three);
+    EXPECT_EQ(output({"load", file, "table"}, "name\nRen\u00e9 \ufffd\n"), "1 row loaded\n");
+}
+
 TEST_F(Rows, SetTellsAFaultyAssignmentThoughNoRowIsSelected) {
     const std::string file = file_of_three();
     const std::string nobody = "select * from [table] where id = 99";

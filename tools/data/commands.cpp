@@ -341,7 +341,8 @@ ExitCode erase(Surroundings& with, const Arguments& arguments) {
 constexpr std::size_t any_number = SIZE_MAX;
 
 constexpr std::string_view row_text =
-    "The text: a line with the column names, then a line for each row, fields parted by tabs. Tab, carriage\n"
+    "The text, in UTF-8: a line with the column names, then a line for each row, fields parted by tabs. Tab, "
+    "carriage\n"
     "return, line feed, the null character and the backslash are written \\t \\r \\n \\0 \\\\; null is \\N "
     "(an empty\n"
     "field is an empty text); yes/no is 1 or 0; dates are YYYY-MM-DD HH:MM:SS; real numbers are the "

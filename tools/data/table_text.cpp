@@ -1,6 +1,9 @@
 #include "data/table_text.h"
 
+#include <algorithm>
+
 #include "basic/run_time_error.h"
+#include "basic/text.h"
 #include "data/number_text.h"
 #include "sql/conversion.h"
 
@@ -52,6 +55,17 @@ jet::Bytes bytes_from_text(std::string_view text) {
         bytes.push_back(static_cast<std::uint8_t>(high * 16 + low));
     }
     return bytes;
+}
+
+/// The text itself. What is no UTF-8 is of another encoding, and would be stored without a trace of what it
+/// was.
+std::string characters_from_text(std::string_view text) {
+    std::string content = unescape(text);
+    const bool plain = std::all_of(content.begin(), content.end(),
+                                   [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    if (!plain && basic::from_code_points(basic::to_code_points(content)) != content)
+        expected("text in UTF-8", text);
+    return content;
 }
 
 jet::Value whole_from_text(std::string_view text, std::int64_t least, std::int64_t most) {
@@ -168,7 +182,7 @@ jet::Value field_from_text(const jet::ColumnSchema& column, std::string_view tex
     }
     case ColumnType::text:
     case ColumnType::memo:
-        return unescape(text);
+        return characters_from_text(text);
     }
     fail("the column " + column.name + " is of an unknown type");
 }
