@@ -1,6 +1,7 @@
 #include "desktop/printer_boxes.h"
 
 #include <QButtonGroup>
+#include <QCheckBox>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QDir>
@@ -9,6 +10,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinterInfo>
 #include <QPushButton>
@@ -115,6 +117,33 @@ class TargetBox : public QDialog {
     QDialogButtonBox* buttons_;
 };
 
+/// The job's box where the toolkit's own is no help: on Windows that is the system's, which knows printers
+/// only and not the files that stand for one.
+bool ask_file_job(QWidget* behind, const QString& title, QPrinter& printer) {
+    QMessageBox box(QMessageBox::NoIcon, title,
+                    QStringLiteral("The pages go to the file\n%1").arg(printer.outputFileName()),
+                    QMessageBox::NoButton, behind);
+    QPushButton* const print = box.addButton(QStringLiteral("Print"), QMessageBox::AcceptRole);
+    box.addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole);
+    QCheckBox selection(QStringLiteral("Selection only"));
+    if (printer.printRange() == QPrinter::Selection) {
+        selection.setChecked(true);
+        box.setCheckBox(&selection);
+    }
+    box.exec();
+    printer.setPrintRange(selection.isChecked() ? QPrinter::Selection : QPrinter::AllPages);
+    return box.clickedButton() == print;
+}
+
+bool ask_system_job(QWidget* behind, const QString& title, QPrinter& printer) {
+    QPrintDialog box(&printer, behind);
+    box.setOption(QAbstractPrintDialog::PrintPageRange, false);
+    box.setOption(QAbstractPrintDialog::PrintCurrentPage, false);
+    box.setOption(QAbstractPrintDialog::PrintSelection, printer.printRange() == QPrinter::Selection);
+    box.setWindowTitle(title);
+    return box.exec() == QDialog::Accepted;
+}
+
 } // namespace
 
 bool ask_print_target(QWidget* behind, PrintTarget& target) {
@@ -137,13 +166,13 @@ platform::PrintScope ask_print_job(QWidget* behind, const std::string& title, bo
             target.kind == Kind::pdf_folder ? target.name : QDir::homePath(), QStringLiteral("TOLVA")));
     if (has_selection)
         printer->setPrintRange(QPrinter::Selection);
-    QPrintDialog box(printer.get(), behind);
-    box.setOption(QAbstractPrintDialog::PrintPageRange, false);
-    box.setOption(QAbstractPrintDialog::PrintCurrentPage, false);
-    box.setOption(QAbstractPrintDialog::PrintSelection, has_selection);
-    if (!title.empty())
-        box.setWindowTitle(to_qt(title));
-    if (box.exec() != QDialog::Accepted)
+    const QString heading = title.empty() ? QStringLiteral("Print") : to_qt(title);
+#ifdef Q_OS_WIN
+    const bool to_file = printer->outputFormat() == QPrinter::PdfFormat;
+#else
+    const bool to_file = false;
+#endif
+    if (!(to_file ? ask_file_job : ask_system_job)(behind, heading, *printer))
         return platform::PrintScope::cancelled;
     const bool selection = has_selection && printer->printRange() == QPrinter::Selection;
     device = std::move(printer);
