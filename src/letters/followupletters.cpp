@@ -91,11 +91,12 @@ void followupletters::print_and_stamp(const Kind& kind, const dao::Recordset& me
     (this->*kind.print)();
 
     dao::Recordset& customer = *kind.set;
-    const dao::FieldValue history = customer.field("contacthistory");
+    // The letter is on paper: a text that is missing here must not cost its entry.
+    const std::string history = module_.today_text() + ": " + printing::stored_text(message, "messagetext") +
+                                "\r\n" + printing::stored_text(customer, "contacthistory");
     customer.Edit();
     customer.write("datelastcontact", module_.today());
-    customer.write("contacthistory", module_.today_text() + ": " + trim(message.field("messagetext").text()) +
-                                         "\r\n" + (history.is_null() ? std::string() : trim(history.text())));
+    customer.write("contacthistory", history);
     customer.Update();
 }
 

@@ -6,16 +6,16 @@ namespace tolva::printing {
 
 namespace {
 
-std::string text_of(const dao::Recordset& customer, const char* column) {
-    const dao::FieldValue value = customer.field(column);
-    return value.is_null() ? std::string() : basic::trim(value.text());
-}
-
 std::string name_of(const dao::Recordset& customer) {
-    return text_of(customer, "first") + " " + text_of(customer, "last");
+    return stored_text(customer, "first") + " " + stored_text(customer, "last");
 }
 
 } // namespace
+
+std::string stored_text(const dao::Recordset& row, const char* column) {
+    const dao::FieldValue value = row.field(column);
+    return value.is_null() ? std::string() : basic::trim(value.text());
+}
 
 bool included(const dao::Recordset& customer) {
     const dao::FieldValue value = customer.field("includeinprinting");
@@ -23,9 +23,9 @@ bool included(const dao::Recordset& customer) {
 }
 
 void print_address(platform::Printer& printer, const dao::Recordset& customer, double x) {
-    for (const std::string& line :
-         {name_of(customer), text_of(customer, "address"),
-          text_of(customer, "city") + ", " + text_of(customer, "state") + " " + text_of(customer, "zip")}) {
+    for (const std::string& line : {name_of(customer), stored_text(customer, "address"),
+                                    stored_text(customer, "city") + ", " + stored_text(customer, "state") +
+                                        " " + stored_text(customer, "zip")}) {
         printer.set_CurrentX(x);
         printer.Print(line);
     }

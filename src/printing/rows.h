@@ -7,7 +7,10 @@
 
 namespace tolva::printing {
 
-/// What print routines read of a stored customer.
+/// What print routines read of a stored row.
+
+/// A column's text, trimmed; a null is nothing.
+std::string stored_text(const dao::Recordset& row, const char* column);
 
 /// Whether the customer is to get printed mail; a null is no yes.
 bool included(const dao::Recordset& customer);

@@ -183,6 +183,22 @@ TEST_F(FollowUpLetters, ANullHistoryBeginsWithTheFirstEntry) {
     EXPECT_EQ(listing("contacthistory"), "11/20/2026: Sent Letter\r\n");
 }
 
+TEST_F(FollowUpLetters, AMessageWithoutATextIsEnteredAllTheSameAndPrintedOnce) {
+    add_listing(1, {{"first", "Ann"}, {"contacthistory", "1/2/2026: called"}});
+    Desk::add(*desk.module().messagedb, {{"messagetype", std::int64_t{listing_letter}},
+                                         {"customerid", std::int64_t{1}},
+                                         {"messagedate", make_date(2026, 11, 18)},
+                                         {"letterpath", std::string("hello.rtf")}});
+    ASSERT_EQ(desk.messages().at(0).at("messagetext"), "<null>");
+    run();
+    EXPECT_EQ(printed(), Texts{"Hello Ann"});
+    EXPECT_EQ(listing("contacthistory"), "11/20/2026: \r\n1/2/2026: called");
+    EXPECT_EQ(last_box(), "1 Letters Printed");
+    EXPECT_TRUE(desk.messages().empty());
+    run();
+    EXPECT_EQ(printed().size(), 1u);
+}
+
 // --- The trap ---
 
 TEST_F(FollowUpLetters, AMissingLetterIsPassedOverUncountedAndItsMessageGoes) {
