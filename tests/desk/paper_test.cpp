@@ -35,6 +35,22 @@ TEST(Page, MillimetresAre567TenthsOfATwipInSinglePrecision) {
     EXPECT_DOUBLE_EQ(rule.y2, 226.8);
 }
 
+TEST(Page, ThePrinterOutlivesTheProgramAndCallsItNoMore) {
+    support::FixedClock clock({2026, 11, 20, 10, 0, 0});
+    support::ScriptedHost host;
+    const auto disk = files::make_disk();
+    const support::TemporaryFolder folder;
+    platform::Runtime runtime(host, clock);
+    {
+        const module::Module module(runtime, *disk, folder.path().string());
+        EXPECT_TRUE(host.printer().job_ended) << "what is stored by a job's end is made durable";
+    }
+    EXPECT_FALSE(host.printer().job_ended);
+    host.printer().Print("words");
+    host.printer().EndDoc();
+    EXPECT_EQ(host.recorded_printer.jobs.size(), 1u);
+}
+
 // --- Rich text ---
 
 class PrintedRichText : public testing::Test {
