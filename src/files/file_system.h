@@ -88,7 +88,7 @@ class FileSystem {
     /// Returns when creations, removals and renames in the folder have reached the device.
     virtual void sync_folder(const std::string& folder) = 0;
 
-    /// The path in this system's own slashes and letter case; as given where nothing is found.
+    /// The path with slashes and in the letter case of what is there; as given where nothing is found.
     virtual std::string resolve(const std::string& path) const = 0;
     /// The same, and where a link stands there, the path of the file that it leads to.
     virtual std::string behind_links(const std::string& path) const { return resolve(path); }
