@@ -52,7 +52,10 @@ class PrintServer {
     std::string complaint() const {
         return file_content(folder_.file("err")) + file_content(folder_.file("error_log"));
     }
-    void stop() { server_->kill(); }
+    void stop() {
+        server_->kill();
+        server_->wait();
+    }
 
     /// The jobs that have come out, in order, as soon as there are so many, or when it takes too long.
     std::vector<Job> jobs(std::size_t count) const {
