@@ -22,6 +22,11 @@ int shown(PictureKind kind, int goal, int size, int scale, int cropped) {
 
 } // namespace
 
+bool has_kind_number(PictureKind kind) {
+    return kind == PictureKind::metafile || kind == PictureKind::os2_metafile || kind == PictureKind::dib ||
+           kind == PictureKind::bitmap;
+}
+
 int Picture::shown_width() const {
     return shown(kind, goal_width, width, scale_x, crop_left + crop_right);
 }

@@ -16,11 +16,14 @@ enum class PictureKind : std::uint8_t {
     bitmap
 };
 
+/// Whether the word that names the kind bears a number: the mapping mode of a metafile, the type of a bitmap.
+bool has_kind_number(PictureKind kind);
+
 /// A picture's file and how large it is to appear. PNG and JPEG are whole files; the other kinds are kept as
 /// they came and appear as an empty frame of the right size.
 struct Picture {
     PictureKind kind = PictureKind::png;
-    /// The word's own number: the mapping mode of a metafile.
+    /// The word's own number; 0 for a kind that has none.
     int kind_number = 0;
     std::string bytes;
     /// As the kind measures: pixels, or hundredths of a millimetre for a metafile. 0 when not told.

@@ -54,7 +54,7 @@ void PictureReader::word(PictureWord word, Parameter parameter) {
         picture_.*member = value;
     } else {
         picture_.kind = static_cast<PictureKind>(word);
-        picture_.kind_number = value;
+        picture_.kind_number = has_kind_number(picture_.kind) ? value : 0;
     }
 }
 

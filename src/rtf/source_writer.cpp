@@ -17,11 +17,6 @@ constexpr std::string_view picture_kinds[] = {
     "\\pmmetafile", "\\macpict",  "\\dibitmap", "\\wbitmap",
 };
 
-bool has_kind_number(PictureKind kind) {
-    return kind == PictureKind::metafile || kind == PictureKind::os2_metafile || kind == PictureKind::dib ||
-           kind == PictureKind::bitmap;
-}
-
 } // namespace
 
 std::string write(const Document& document) {
