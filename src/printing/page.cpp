@@ -29,7 +29,6 @@ void printline(platform::Printer& printer, double x1, double y1, double x2, doub
 }
 
 void printrichtext(platform::Printer& printer, const rtf::RichText& text, const Margins& margins) {
-    printer.Print(" ");
     const platform::PaperRectangle where{
         margins.left - printer.OffsetX(),
         margins.top - printer.OffsetY(),
@@ -37,9 +36,13 @@ void printrichtext(platform::Printer& printer, const rtf::RichText& text, const 
         printer.Height() - margins.bottom - printer.OffsetY(),
     };
     const std::size_t length = text.length();
+    // Told ahead of the job: a queue may print what has been begun.
+    if (length > 0 && (where.right <= where.left || where.bottom <= where.top))
+        throw basic::RunTimeError(printer_error);
+    printer.Print(" ");
     std::size_t next = printer.set_rich_text(text, where, 0);
     for (std::size_t start = 0; next < length;) {
-        // Margins that leave no room would otherwise feed paper without end.
+        // A printer that takes nothing would otherwise feed paper without end.
         if (next <= start) {
             printer.KillDoc();
             throw basic::RunTimeError(printer_error);

@@ -108,6 +108,17 @@ TEST_F(PrintedRichText, WithoutRoomOnThePaperFailsInsteadOfFeedingSheetsForEver)
     EXPECT_EQ(printer.jobs[0].pages[0].words.size(), 1u) << "nothing of the job that was given up";
 }
 
+TEST_F(PrintedRichText, WhoseMarginsMeetBeginsNoJob) {
+    for (const printing::Margins& margins :
+         {printing::Margins{6120, 0, 6120, 0}, printing::Margins{0, 10000, 0, 5840}}) {
+        EXPECT_EQ(support::error_number([&] { print("text", margins); }), 482);
+        EXPECT_EQ(printer.jobs_begun(), 0);
+    }
+    // Nothing has room anywhere.
+    print("", {6120, 0, 6120, 0});
+    EXPECT_EQ(printer.jobs.size(), 1u);
+}
+
 // --- Today's messages ---
 
 class TodaysPaper : public testing::Test {

@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <QImage>
+#include <algorithm>
 
 #include "basic/run_time_error.h"
 #include "printed_pages.h"
+#include "printing/page.h"
 
 namespace tolva::desktop {
 namespace {
@@ -17,6 +19,41 @@ TEST_F(Paper, IsLetterAndWhole) {
     printer.set_Orientation(platform::Printer::landscape);
     EXPECT_NEAR(printer.Width(), 15840, 1);
     EXPECT_NEAR(printer.Height(), 12240, 1);
+}
+
+TEST_F(Paper, OfAnotherSizeIsUsedUpToItsOwnMargins) {
+    auto device = make_printer({PrintTarget::Kind::pdf_folder, folder.path()});
+    ASSERT_NE(device, nullptr);
+    device->setOutputFileName(folder.filePath(QStringLiteral("a4.pdf")));
+    device->setPageSize(QPageSize(QPageSize::A4));
+    printer.use_once(std::move(device));
+    constexpr double width = 11906, height = 16838, margin = 1440, line = 280;
+    EXPECT_NEAR(printer.Width(), width, 10);
+    EXPECT_NEAR(printer.Height(), height, 10);
+    rtf::RichText text;
+    std::string words;
+    for (int word = 0; word < 1500; ++word)
+        words += "word ";
+    text.set_text(words);
+    printing::printrichtext(printer, text, {margin, margin, margin, margin});
+
+    const auto printed = pages();
+    ASSERT_EQ(printed.size(), 2U);
+    EXPECT_EQ(printed[0].words.size() + printed[1].words.size(), 1500U);
+    for (const PrintedPage& page : printed) {
+        EXPECT_NEAR(page.width, width, 20);
+        EXPECT_NEAR(page.height, height, 20);
+        EXPECT_NEAR(page.words.front().left, margin, half_a_millimetre);
+        EXPECT_NEAR(page.words.front().top, margin, line);
+        double right = 0;
+        for (const PrintedWord& word : page.words)
+            right = std::max(right, word.right);
+        EXPECT_LE(right, width - margin + half_a_millimetre);
+        EXPECT_GT(right, width - margin - 1000) << "lines end where the next word has no room";
+    }
+    const double bottom = printed[0].words.back().bottom;
+    EXPECT_LE(bottom, height - margin + half_a_millimetre);
+    EXPECT_GT(bottom, height - margin - 2 * line);
 }
 
 TEST_F(Paper, TakesWordsWhereTheyAreMeant) {

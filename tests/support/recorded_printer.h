@@ -48,6 +48,9 @@ class RecordedPrinter final : public platform::Printer {
     float line_spacing = 1.15F;
     double edge = 360;
 
+    /// Ended or not.
+    int jobs_begun() const { return jobs_begun_; }
+
     void set_Orientation(int orientation) override { orientation_ = orientation; }
     double Width() const override { return orientation_ == portrait ? 12240 : 15840; }
     double Height() const override { return orientation_ == portrait ? 15840 : 12240; }
