@@ -223,7 +223,9 @@ void SourceReader::bytes(std::string_view text, bool raw) {
 }
 
 void SourceReader::unit(std::int32_t value) {
-    decoder_.unit(value, page(), decoded_);
+    // All of a number ahead of a paragraph appears in the font that it begins with.
+    const bool goes_on = destination() == Destination::list_text && !list_text_.text.empty();
+    decoder_.unit(value, goes_on ? fonts_.page_of_index(list_text_.format.font) : page(), decoded_);
     deliver();
 }
 
