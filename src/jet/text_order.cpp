@@ -359,7 +359,8 @@ std::vector<std::uint8_t> key_share(std::string_view letters_and_digits, TextOrd
     std::vector<std::uint8_t> key;
     append_text_key(key, letters_and_digits, order);
     // Such a key is weights alone and what ends a text.
-    key.resize(key.size() - (order == TextOrder::general_jet3 ? 1 : 2));
+    const std::ptrdiff_t ending = order == TextOrder::general_jet3 ? 1 : 2;
+    key.erase(key.end() - ending, key.end());
     return key;
 }
 
