@@ -44,7 +44,7 @@ void put(std::uint8_t* at, std::uint64_t value) {
 void seal(files::Bytes& journal) {
     if (journal.size() < header_size)
         return;
-    std::memcpy(journal.data(), "TOLVA journal 2\n", 16);
+    std::memcpy(journal.data(), "TOLVA journal 3\n", 16);
     const std::uint64_t salt = number(journal.data() + salt_at, 8);
     for (std::size_t at = jet::Journal::block_size; at + record_size <= journal.size(); at += record_size)
         put(journal.data() + at + record_sum_at,

@@ -12,7 +12,7 @@
 namespace tolva::jet {
 namespace {
 
-constexpr char magic[] = "TOLVA journal 2\n"; // 16 characters
+constexpr char magic[] = "TOLVA journal 3\n"; // 16 characters
 constexpr std::size_t magic_size = sizeof magic - 1;
 /// Both lengths, the sum of the rest, the salt, the number of records; behind them the header's own sum.
 constexpr std::size_t fields_size = magic_size + 8 + 8 + 8 + 8 + 4;
@@ -52,35 +52,25 @@ bool holds_commit_bytes(std::uint32_t block, std::size_t sector) {
     return block == 0 && (sector == 0x600 / Journal::sector_size || sector == 0xe00 / Journal::sector_size);
 }
 
-/// A sum over blocks that are not among `changed`, spread over the file's old length.
-std::uint64_t sum_of_rest(const files::File& database, std::uint64_t old_length, std::uint64_t salt,
-                          const std::vector<std::uint32_t>& changed) {
-    const auto count = static_cast<std::uint32_t>(old_length / Journal::block_size);
-    const std::uint32_t step = std::max<std::uint32_t>(1, (count + most_rest_blocks - 1) / most_rest_blocks);
-    std::uint64_t sum = salt;
-    for (std::uint32_t block = 0; block < count; block += step)
-        if (!std::binary_search(changed.begin(), changed.end(), block))
-            sum = Journal::checksum(sum + block, read_block(database, block));
-    return sum;
+constexpr std::uint64_t mixing_factor = 0x9e37'79b9'7f4a'7c15;
+
+std::uint64_t mixed(std::uint64_t sum, std::uint64_t word) {
+    sum = (sum ^ word) * mixing_factor;
+    return sum ^ sum >> 29;
 }
 
 } // namespace
 
 /// Mixes eight bytes at a time.
 std::uint64_t Journal::checksum(std::uint64_t salt, std::span<const std::uint8_t> bytes) {
-    constexpr std::uint64_t factor = 0x9e37'79b9'7f4a'7c15;
-    std::uint64_t sum = salt ^ (bytes.size() * factor);
+    std::uint64_t sum = salt ^ (bytes.size() * mixing_factor);
     std::size_t at = 0;
-    const auto mix = [&](std::uint64_t word) {
-        sum = (sum ^ word) * factor;
-        sum ^= sum >> 29;
-    };
     for (; at + 8 <= bytes.size(); at += 8)
-        mix(get64(bytes.data() + at));
+        sum = mixed(sum, get64(bytes.data() + at));
     std::uint64_t rest = 0;
     for (; at < bytes.size(); ++at)
         rest = rest << 8 | bytes[at];
-    mix(rest);
+    sum = mixed(sum, rest);
     return sum ^ sum >> 32;
 }
 
@@ -90,6 +80,25 @@ Journal::Journal(files::FileSystem& disk, const std::string& database_path)
 
 bool Journal::exists() const {
     return disk_.exists_exactly(path_);
+}
+
+/// A sum over blocks that are not among `changed`, spread over the file's old length.
+std::uint64_t Journal::sum_of_rest(const files::File& database, const Header& header,
+                                   const std::vector<std::uint32_t>& changed, BlockSums& known) {
+    const auto count = static_cast<std::uint32_t>(header.old_length / block_size);
+    const std::uint32_t step = std::max<std::uint32_t>(1, (count + most_rest_blocks - 1) / most_rest_blocks);
+    if (known.size() > 2 * most_rest_blocks)
+        known.clear(); // as a file grows, others are looked at
+    std::uint64_t sum = header.salt;
+    for (std::uint32_t block = 0; block < count; block += step) {
+        if (std::binary_search(changed.begin(), changed.end(), block))
+            continue;
+        auto found = known.find(block);
+        if (found == known.end())
+            found = known.emplace(block, checksum(block, read_block(database, block))).first;
+        sum = mixed(sum, found->second);
+    }
+    return sum;
 }
 
 std::unique_ptr<files::File> Journal::open() const {
@@ -109,7 +118,9 @@ void Journal::write(const files::File& database, const Change& change) {
     header.new_length = change.new_length;
     header.salt = new_salt();
     header.blocks = static_cast<std::uint32_t>(change.blocks.size());
-    header.rest_sum = sum_of_rest(database, header.old_length, header.salt, change.blocks);
+    header.rest_sum = sum_of_rest(database, header, change.blocks, rest_);
+    for (const std::uint32_t block : change.blocks)
+        rest_.erase(block);
 
     // The header's place is taken now, blank: filling it later changes nothing but the device's blocks.
     files::Bytes batch(block_size);
@@ -227,7 +238,8 @@ Journal::State Journal::inspect(const files::File& database) const {
     }
     if (!std::is_sorted(blocks.begin(), blocks.end()))
         damaged(path_, 0, "the journal's records are out of order");
-    if (sum_of_rest(database, header.old_length, header.salt, blocks) != header.rest_sum)
+    BlockSums as_it_stands;
+    if (sum_of_rest(database, header, blocks, as_it_stands) != header.rest_sum)
         damaged(database.path(), 0,
                 "the rest of the file is not what it was for the journal '" + path_ +
                     "': it belongs to another file or time");

@@ -5,6 +5,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "files/file_system.h"
@@ -38,7 +39,8 @@ class Journal {
         std::function<void(std::uint32_t block, std::span<std::uint8_t> content)> apply;
     };
     /// Writes a whole journal of a change of `database` and makes it durable. When it fails nothing of the
-    /// database has been touched.
+    /// database has been touched. Between two calls nobody but the caller writes to the file, and nothing but
+    /// the changes told here.
     void write(const files::File& database, const Change& change);
 
     enum class State {
@@ -65,6 +67,8 @@ class Journal {
     static std::uint64_t checksum(std::uint64_t salt, std::span<const std::uint8_t> bytes);
 
   private:
+    /// Sums of blocks as they were when last read.
+    using BlockSums = std::unordered_map<std::uint32_t, std::uint64_t>;
     struct Header {
         std::uint64_t old_length = 0, new_length = 0;
         std::uint64_t rest_sum = 0; ///< of blocks that the commit leaves alone
@@ -77,6 +81,8 @@ class Journal {
         files::Bytes content;
     };
 
+    static std::uint64_t sum_of_rest(const files::File& database, const Header& header,
+                                     const std::vector<std::uint32_t>& changed, BlockSums& known);
     std::unique_ptr<files::File> open() const;
     void write_header(files::File& file, const Header& header) const;
     /// Nothing where the place of the header is blank; error 3049 for a header that is none.
@@ -89,6 +95,8 @@ class Journal {
     files::FileSystem& disk_;
     std::string path_;
     std::string folder_;
+    /// Of the blocks that commits so far left alone: each is read for its first commit only.
+    BlockSums rest_;
 };
 
 } // namespace tolva::jet
