@@ -11,10 +11,9 @@ Bytes read_whole(FileSystem& disk, const std::string& path) {
     return content;
 }
 
-void replace_whole(FileSystem& disk, const std::string& path, std::span<const std::uint8_t> content) {
-    const std::string target = disk.behind_links(path);
-    const std::string beside = target + ".new";
-    if (disk.exists_exactly(beside))
+void put_whole(FileSystem& disk, const std::string& path, std::span<const std::uint8_t> content) {
+    const std::string beside = path + ".new";
+    if (disk.exists(beside))
         disk.remove(beside); // what an earlier cut left
     try {
         {
@@ -22,17 +21,25 @@ void replace_whole(FileSystem& disk, const std::string& path, std::span<const st
             file->write(0, content);
             file->sync();
         }
-        disk.rename(beside, target);
+        disk.rename(beside, path);
     } catch (...) {
         // The failure that counts is the first; the leftover goes with the next attempt at the latest.
         try {
-            if (disk.exists_exactly(beside))
+            if (disk.exists(beside))
                 disk.remove(beside);
         } catch (...) {
         }
         throw;
     }
-    disk.sync_folder(folder_of(with_slashes(target)));
+    disk.sync_folder(folder_of(with_slashes(path)));
+}
+
+void replace_whole(FileSystem& disk, const std::string& path, std::span<const std::uint8_t> content) {
+    const std::string target = disk.behind_links(path);
+    // Not every system's rename minds that the file which it takes the place of may not be written.
+    if (disk.exists(target))
+        disk.open(target, OpenMode::read_write);
+    put_whole(disk, target, content);
 }
 
 } // namespace tolva::files

@@ -103,8 +103,13 @@ std::unique_ptr<FileSystem> make_memory_disk();
 /// The whole content of a file.
 Bytes read_whole(FileSystem& disk, const std::string& path);
 
-/// Replaces a file whole: a new file beside it is written, synced and renamed over it, so that a reader and a
-/// cut see either the old content or the new one.
+/// Puts a file whole under exactly this name, letter case included: a new file beside it is written, synced
+/// and renamed to it, so that a reader and a cut see either what was there before or the new content. A
+/// failure leaves nothing beside it.
+void put_whole(FileSystem& disk, const std::string& path, std::span<const std::uint8_t> content);
+
+/// The same for the file that a path finds, in whatever letter case and behind links. Error 75 where the
+/// system allows reading that file only.
 void replace_whole(FileSystem& disk, const std::string& path, std::span<const std::uint8_t> content);
 
 } // namespace tolva::files

@@ -2,6 +2,7 @@
 
 #include "files/file_system.h"
 #include "support/faulty_disk.h"
+#include "support/samples.h"
 
 namespace tolva::files {
 namespace {
@@ -60,6 +61,32 @@ TEST(ReplaceWhole, AFailureLeavesTheOldContentAndNothingBeside) {
         }
     }
     EXPECT_GE(failures, 4);
+}
+
+TEST(ReplaceWhole, LeavesAFileThatMayOnlyBeReadAsItIs) {
+    FaultyDisk disk({{"a.rtf", old_content}});
+    disk.protect("a.rtf");
+    try {
+        replace_whole(disk, "a.rtf", new_content);
+        FAIL() << "replaced what may not be written";
+    } catch (const basic::RunTimeError& error) {
+        EXPECT_EQ(error.number(), 75);
+    }
+    EXPECT_EQ(disk.content(), (std::map<std::string, Bytes>{{"a.rtf", old_content}}));
+}
+
+TEST(PutWhole, MakesTheNameAsItIsSpelledBesideOneInAnotherLetterCase) {
+    const support::TemporaryFolder folder;
+    const auto disk = make_disk();
+    replace_whole(*disk, folder.file("a.rtf"), old_content);
+    if (disk->exists_exactly(folder.file("A.RTF")))
+        GTEST_SKIP() << "this disk doesn't tell letter cases apart";
+    replace_whole(*disk, folder.file("A.RTF"), new_content);
+    EXPECT_EQ(disk->list(folder.path().string()), std::vector<std::string>{"a.rtf"});
+    put_whole(*disk, folder.file("A.RTF"), old_content);
+    EXPECT_EQ(disk->list(folder.path().string()), (std::vector<std::string>{"A.RTF", "a.rtf"}));
+    EXPECT_EQ(read_whole(*disk, folder.file("a.rtf")), new_content);
+    EXPECT_EQ(read_whole(*disk, folder.file("A.RTF")), old_content);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <random>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -54,6 +55,9 @@ class FaultyDisk final : public files::FileSystem {
             now_[path] = durable_[path] = node;
         }
     }
+
+    /// From here on nobody may write into the file; its name may still go to another one.
+    void protect(const std::string& path) { protected_.insert(path); }
 
     void plan(const Plan& plan) {
         plan_ = plan;
@@ -115,6 +119,8 @@ class FaultyDisk final : public files::FileSystem {
         auto found = now_.find(path);
         if (found != now_.end() && mode == files::OpenMode::create_new)
             fail(58);
+        if (mode != files::OpenMode::read && protected_.count(path) > 0)
+            fail(75);
         if (found == now_.end()) {
             if (mode != files::OpenMode::create && mode != files::OpenMode::create_new)
                 fail(53);
@@ -332,6 +338,7 @@ class FaultyDisk final : public files::FileSystem {
 
     std::map<std::string, std::shared_ptr<Node>> now_, durable_;
     std::vector<FolderChange> folder_queue_;
+    std::set<std::string> protected_;
     Plan plan_;
     int operations_ = 0;
 };
