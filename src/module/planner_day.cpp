@@ -112,15 +112,7 @@ void PlannerFiles::create(basic::Date date) {
     year.reserve(record.size() * PlannerDay::records);
     for (int number = 0; number < PlannerDay::records; ++number)
         year.insert(year.end(), record.begin(), record.end());
-    const std::string beside = path(date) + ".new";
-    {
-        const auto file = disk_.open(beside, files::OpenMode::create);
-        file->truncate(0);
-        file->write(0, year);
-        file->sync();
-    }
-    disk_.rename(beside, path(date));
-    disk_.sync_folder(appfolder_ + "\\data");
+    files::put_whole(disk_, path(date), year);
 }
 
 PlannerDay PlannerFiles::read(basic::Date date) const {

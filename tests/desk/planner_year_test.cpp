@@ -8,6 +8,7 @@
 #include "messages/planner.h"
 #include "support/desk.h"
 #include "support/faulty_disk.h"
+#include "support/read_only_disk.h"
 
 namespace tolva {
 namespace {
@@ -155,6 +156,24 @@ TEST_F(PlannerFile, AToDoTextOf120CharactersKeepsItsFirst100) {
     EXPECT_EQ(desk.module().planner().td[1].text, "");
 }
 
+TEST_F(PlannerFile, AYearThatMayOnlyBeReadIsShownAndEndsTheProgramAtTheFirstSave) {
+    desk.module().loadplannerday(make_date(2026, 11, 20));
+    desk.module().plannerday.daynotes = "of last week";
+    desk.module().saveplannerday(make_date(2026, 11, 20));
+    const auto disk = files::make_disk();
+    desk.disk = std::make_unique<support::ReadOnlyDisk>(*disk);
+    desk.restart();
+    desk.start();
+    desk.click(desk.menu().Command2);
+    ASSERT_FALSE(desk.host.error);
+    messages::planner& screen = desk.module().planner();
+    EXPECT_EQ(screen.notes.text, "of last week");
+    desk.choose(screen.m_save);
+    ASSERT_TRUE(desk.host.error);
+    EXPECT_EQ(desk.host.error->number, 75);
+    EXPECT_TRUE(desk.host.ended);
+}
+
 /// The text of a field, read without any of the program's own code.
 std::string field_of(const std::string& record, std::size_t offset, std::size_t width) {
     std::string text;
@@ -245,13 +264,16 @@ TEST(MakingAYear, EndedAnywhereLeavesItWholeOrAbsent) {
     EXPECT_GT(whole, 0);
 }
 
-TEST(MakingAYear, ThatFindsNoRoomFailsAndLeavesNoYear) {
+TEST(MakingAYear, ThatFindsNoRoomFailsAndLeavesNothing) {
     FaultyDisk disk;
-    disk.plan({FaultyDisk::Fault::fail_for_good, 1, 0, 512, FaultyDisk::Failure::disk_full});
     module::PlannerFiles days(disk, "/desk");
     const basic::Date date = make_date(2026, 5, 5);
-    EXPECT_THROW(days.create(date), basic::RunTimeError);
-    EXPECT_FALSE(disk.exists(year));
+    // There is no room for the file's name, or for its content.
+    for (const int operation : {1, 2}) {
+        disk.plan({FaultyDisk::Fault::fail_for_good, operation, 0, 512, FaultyDisk::Failure::disk_full});
+        EXPECT_THROW(days.create(date), basic::RunTimeError);
+        EXPECT_TRUE(disk.content().empty());
+    }
     disk.plan({});
     days.create(date);
     EXPECT_EQ(days.read(date), PlannerDay());
