@@ -4,7 +4,6 @@
 
 #include "basic/number.h"
 #include "basic/run_time_error.h"
-#include "basic/text.h"
 
 namespace tolva::analysis {
 
@@ -46,7 +45,7 @@ std::string mortgagepayment(Currency amount, Currency months, Currency rate, Cur
                             Currency& perpayment) {
     const double number = to_double(months);
     if (rate.scaled == 0)
-        return basic::number_to_text(divide(to_double(amount), number));
+        return basic::spaced_number_text(divide(to_double(amount), number));
 
     const double monthly = to_double(rate) / percent_months;
     perpayment = basic::to_currency(to_double(perpayment) * (number / months_a_year));
@@ -58,8 +57,7 @@ std::string mortgagepayment(Currency amount, Currency months, Currency rate, Cur
     // With no months at all the sum of discount factors is nothing; the powers above would leave a rest.
     const double all = months.scaled == 0 ? 0 : 1 + later;
     const double factor = divide(all, 1 + to_double(days) * monthly / days_a_month);
-    return basic::trim(
-        basic::number_to_text(divide(to_double(amount), (factor - to_double(charges)) - to_double(fees))));
+    return basic::number_to_text(divide(to_double(amount), (factor - to_double(charges)) - to_double(fees)));
 }
 
 } // namespace tolva::analysis

@@ -101,6 +101,16 @@ TEST_F(PaymentCalculator, TheTextsAndTheWayBack) {
     EXPECT_EQ(desk.host.shown.back().screen, "Form1");
 }
 
+TEST(Mortgage, WithoutARateTheTextKeepsTheBlankAheadOfANumber) {
+    const auto payment = [](double rate) {
+        basic::Currency none;
+        return analysis::mortgagepayment(basic::to_currency(1200), basic::to_currency(12),
+                                         basic::to_currency(rate), {}, basic::to_currency(30), none);
+    };
+    EXPECT_EQ(payment(0), " 100");
+    EXPECT_EQ(payment(6).substr(0, 5), "103.2");
+}
+
 TEST(Mortgage, ALongerFirstPeriodCostsSimpleInterest) {
     basic::Currency none;
     const auto payment = [&](double days) {
