@@ -67,8 +67,8 @@ void graph::Command1_Click() {
     const std::string begin = basic::spaced_number_text(m1) + "/1/" + basic::spaced_number_text(y1);
     const int days = module::daysinmonth(
         module_.to_date(basic::spaced_number_text(m2) + "/1/" + basic::spaced_number_text(y2)));
-    const std::string end =
-        basic::spaced_number_text(m2) + "/" + std::to_string(days) + "/" + basic::spaced_number_text(y2);
+    const std::string end = basic::spaced_number_text(m2) + "/" + basic::spaced_number_text(days) + "/" +
+                            basic::spaced_number_text(y2);
     int months = months_between(module_.to_date(begin), module_.to_date(end));
     if (months < 0) {
         runtime().message("Invalid Dates!", "Error");
@@ -112,6 +112,8 @@ void graph::Command2_Click() {
         print_charts(module_.printer(), caption,
                      {{"UNITS SOLD", chart1}, {"COMMISSION", chart2}, {"TOTAL IN SALES", chart3}});
     } catch (const basic::RunTimeError&) {
+        // Where it failed among bold words, what is printed next is none of them.
+        module_.printer().FontBold = false;
         runtime().message("Your Printer Does Not Support Printing of Graphs", "Printer Error");
     }
 }

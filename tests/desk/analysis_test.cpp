@@ -385,6 +385,7 @@ TEST_F(Graph, APrinterThatFailsIsSaidNotToSupportGraphs) {
     EXPECT_EQ(desk.host.boxes[1].text, "Your Printer Does Not Support Printing of Graphs");
     EXPECT_EQ(desk.host.boxes[1].title, "Printer Error");
     EXPECT_FALSE(desk.host.error.has_value());
+    EXPECT_FALSE(desk.host.recorded_printer.FontBold) << "what is printed next is none of it";
 }
 
 } // namespace
