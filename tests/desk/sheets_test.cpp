@@ -199,6 +199,19 @@ TEST_F(Sheets, KeepTheLineOfAMissingCoOwner) {
     EXPECT_GT(lines[3].y, lines[2].y);
 }
 
+TEST_F(Sheets, LetALongTextRunOnInItsLine) {
+    auto& screen = listing();
+    const std::string text(300, 'w');
+    screen.legaldescription.text = text;
+    desk.choose(screen.m_printlisting);
+    const auto lines = printed(only_page());
+    const auto legal = std::find_if(lines.begin(), lines.end(),
+                                    [&](const auto& line) { return line.text == "Legal: " + text; });
+    ASSERT_NE(legal, lines.end());
+    EXPECT_EQ((legal + 1)->text, "Subdivision: =subdivision");
+    EXPECT_EQ((legal + 1)->y, legal->y + 11 * 20 * 1.15F);
+}
+
 TEST_F(Sheets, HaveNoNotesAndNoHistory) {
     desk.choose(listing().m_printlisting);
     for (const auto& line : printed(only_page())) {
