@@ -43,7 +43,7 @@ class planner : public platform::Screen {
     void formtorec();
     void rectoform();
 
-    /// Shows the day, once the screen has been brought up: the main menu's and the appointment's way in.
+    /// Loads the day and shows it, once the screen has been brought up: the main menu's way in.
     void open_day(basic::Date date);
 
   private:
