@@ -1,5 +1,7 @@
 #include "printing/page.h"
 
+#include <algorithm>
+
 #include "basic/run_time_error.h"
 
 namespace tolva::printing {
@@ -8,14 +10,19 @@ namespace {
 
 constexpr int printer_error = 482;
 
+/// Millimetres as the printer takes them: twips, rounded to single precision.
+double twips(double millimetres) {
+    return static_cast<double>(static_cast<float>(millimetres * twips_a_millimetre));
+}
+
 } // namespace
 
 void printx(platform::Printer& printer, double x) {
-    printer.set_CurrentX(x * twips_a_millimetre);
+    printer.set_CurrentX(twips(x));
 }
 
 void printy(platform::Printer& printer, double y) {
-    printer.set_CurrentY(y * twips_a_millimetre);
+    printer.set_CurrentY(twips(y));
 }
 
 void printxy(platform::Printer& printer, double x, double y) {
@@ -24,29 +31,33 @@ void printxy(platform::Printer& printer, double x, double y) {
 }
 
 void printline(platform::Printer& printer, double x1, double y1, double x2, double y2) {
-    printer.Line(x1 * twips_a_millimetre, y1 * twips_a_millimetre, x2 * twips_a_millimetre,
-                 y2 * twips_a_millimetre);
+    printer.Line(twips(x1), twips(y1), twips(x2), twips(y2));
 }
 
 void printrichtext(platform::Printer& printer, const rtf::RichText& text, const Margins& margins) {
+    const double width = printer.Width();
+    const double height = printer.Height();
+    // A margin below zero lies off the paper, where nothing is gained by more than another sheet.
     const platform::PaperRectangle where{
-        margins.left - printer.OffsetX(),
-        margins.top - printer.OffsetY(),
-        printer.Width() - margins.right - printer.OffsetX(),
-        printer.Height() - margins.bottom - printer.OffsetY(),
+        std::max(margins.left, -width) - printer.OffsetX(),
+        std::max(margins.top, -height) - printer.OffsetY(),
+        width - std::max(margins.right, -width) - printer.OffsetX(),
+        height - std::max(margins.bottom, -height) - printer.OffsetY(),
+    };
+    const auto give_up = [&printer] {
+        printer.KillDoc();
+        throw basic::RunTimeError(printer_error);
     };
     const std::size_t length = text.length();
     // Told ahead of the job: a queue may print what has been begun.
     if (length > 0 && (where.right <= where.left || where.bottom <= where.top))
-        throw basic::RunTimeError(printer_error);
+        give_up();
     printer.Print(" ");
     std::size_t next = printer.set_rich_text(text, where, 0);
     for (std::size_t start = 0; next < length;) {
         // A printer that takes nothing would otherwise feed paper without end.
-        if (next <= start) {
-            printer.KillDoc();
-            throw basic::RunTimeError(printer_error);
-        }
+        if (next <= start)
+            give_up();
         start = next;
         printer.NewPage();
         printer.Print(" ");

@@ -22,7 +22,9 @@ struct Margins {
 
 /// Prints a rich text page by page between margins, as a job of its own. The blank that opens the job, and
 /// one after each new page, go out in the current font at the page's corner and are part of the output. A
-/// text that ends with its page gives no blank page. Error 482 when the margins leave no room on the paper.
+/// text that ends with its page gives no blank page. Margins below zero reach off the paper, by a sheet at
+/// most. Error 482 when the margins leave no room on the paper; what was printed of the job ahead is given up
+/// too.
 void printrichtext(platform::Printer& printer, const rtf::RichText& text, const Margins& margins);
 
 /// Prints a document, or only what is selected in it, between the margins that the document itself bears.

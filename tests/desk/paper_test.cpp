@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "printing/page.h"
 #include "support/desk.h"
 #include "support/errors.h"
@@ -31,8 +33,8 @@ TEST(Page, MillimetresAre567TenthsOfATwipInSinglePrecision) {
     printing::printline(printer, 1, 2, 3, 4);
     printer.EndDoc();
     const auto& rule = printer.jobs.at(0).pages.at(0).rules.at(0);
-    EXPECT_DOUBLE_EQ(rule.x1, 56.7);
-    EXPECT_DOUBLE_EQ(rule.y2, 226.8);
+    EXPECT_EQ(rule.x1, static_cast<double>(56.7F));
+    EXPECT_EQ(rule.y2, static_cast<double>(226.8F));
 }
 
 TEST(Page, ThePrinterOutlivesTheProgramAndCallsItNoMore) {
@@ -117,6 +119,16 @@ TEST_F(PrintedRichText, WhoseMarginsMeetBeginsNoJob) {
     // Nothing has room anywhere.
     print("", {6120, 0, 6120, 0});
     EXPECT_EQ(printer.jobs.size(), 1u);
+}
+
+TEST_F(PrintedRichText, ReachesOffThePaperByASheetAtMost) {
+    print("text", {-720, -1e300, -1e9, -INFINITY});
+    const auto& place = printer.jobs.at(0).pages.at(0).rich_place;
+    EXPECT_EQ(place.left, -720 - 360);
+    EXPECT_EQ(place.top, -15840 - 360);
+    EXPECT_EQ(place.right, 2 * 12240 - 360);
+    EXPECT_EQ(place.bottom, 2 * 15840 - 360);
+    EXPECT_EQ(support::error_number([&] { print("text", {INFINITY, 0, -INFINITY, 0}); }), 482);
 }
 
 // --- Today's messages ---
@@ -256,6 +268,19 @@ TEST_F(Help, CancelAndFailuresEndThePrintingSilently) {
     EXPECT_TRUE(desk.host.boxes.empty());
     EXPECT_FALSE(desk.host.error.has_value());
     EXPECT_TRUE(screen().visible());
+}
+
+TEST_F(Help, WithoutRoomBetweenItsMarginsLeavesNothingOnTheNextJobsPage) {
+    std::ofstream(desk.data_file("TOLVA_Tutorial.rtf"), std::ios::binary)
+        << "{\\rtf1\\margl6120\\margr6120 narrow}";
+    desk.choose(desk.menu().mviewtutorial);
+    desk.click(screen().Command1);
+    EXPECT_FALSE(desk.host.error.has_value());
+    auto& printer = desk.host.recorded_printer;
+    EXPECT_TRUE(printer.jobs.empty());
+    printer.Print("of another job");
+    printer.EndDoc();
+    EXPECT_EQ(printed(printer.jobs.at(0).pages.at(0)), (std::vector<Printed>{{0, 0, "of another job", ""}}));
 }
 
 TEST_F(Help, TheMenuAsksForTheDefaultPrinter) {
