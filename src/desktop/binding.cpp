@@ -1,5 +1,7 @@
 #include "desktop/binding.h"
 
+#include <QTextDocument>
+
 #include "desktop/text.h"
 
 namespace tolva::desktop {
@@ -16,8 +18,10 @@ void Binding::refresh() {
         show_available(available);
     }
     if (tool_tip_ != control_.tool_tip) {
+        // Where the screen has none to begin with, the form may have put one of its own.
+        if (tool_tip_ || !control_.tool_tip.empty())
+            show_tool_tip(to_qt(control_.tool_tip));
         tool_tip_ = control_.tool_tip;
-        show_tool_tip(to_qt(control_.tool_tip));
     }
     show_changes();
 }
@@ -33,9 +37,8 @@ void Binding::show_available(bool available) {
 }
 
 void Binding::show_tool_tip(const QString& tip) {
-    // A form may have put a tip of its own on a bare button.
-    if (!tip.isEmpty())
-        widget()->setToolTip(tip);
+    // What somebody typed is shown as it is, whatever it looks like.
+    widget()->setToolTip(Qt::mightBeRichText(tip) ? QLatin1String("<p>") + tip.toHtmlEscaped() : tip);
 }
 
 } // namespace tolva::desktop

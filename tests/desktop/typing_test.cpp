@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QScrollBar>
+#include <QTextDocument>
 #include <QWheelEvent>
 
 #include "desktop/combo_box.h"
@@ -139,6 +140,20 @@ TEST_F(Typing, ATextIsStruckOutAndBack) {
     EXPECT_TRUE(plain->font().strikeOut());
     handler([&] { screen.plain.strike_out = false; });
     EXPECT_FALSE(plain->font().strikeOut());
+}
+
+TEST_F(Typing, AToolTipGoesWithItsText) {
+    handler([&] { screen.plain.tool_tip = "Breakfast"; });
+    EXPECT_EQ(plain->toolTip(), QStringLiteral("Breakfast"));
+    handler([&] { screen.plain.tool_tip.clear(); });
+    EXPECT_EQ(plain->toolTip(), QString());
+}
+
+TEST_F(Typing, AToolTipShowsWhatWasTypedAsItIs) {
+    handler([&] { screen.plain.tool_tip = "call <b>Ann</b>"; });
+    QTextDocument shown;
+    shown.setHtml(plain->toolTip());
+    EXPECT_EQ(shown.toPlainText(), QStringLiteral("call <b>Ann</b>"));
 }
 
 TEST_F(Typing, ADoubleClickIsTold) {
