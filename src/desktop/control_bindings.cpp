@@ -137,13 +137,19 @@ MonthBinding::MonthBinding(Form& form, platform::MonthView& control)
 /// A day that was looked for and not picked isn't left on show.
 void MonthBinding::focus_went() {
     const QWidget* const now = QApplication::focusWidget();
-    if (now && form().isAncestorOf(now) && !calendar_->isAncestorOf(now))
+    if (now && form().isAncestorOf(now) && !has_focus())
         form().change_widgets([this] { calendar_->show_day(view_.value); });
+}
+
+bool MonthBinding::has_focus() const {
+    const QWidget* const now = QApplication::focusWidget();
+    return now && (now == calendar_ || calendar_->isAncestorOf(now));
 }
 
 void MonthBinding::show_changes() {
     calendar_->mark_today(view_.screen().runtime().clock().moment());
-    if (changed(value_, view_.value))
+    // Nor when something happens from another window.
+    if (changed(value_, view_.value) || !has_focus())
         calendar_->show_day(view_.value);
 }
 

@@ -116,6 +116,8 @@ class MonthBinding final : public Binding {
     void show_changes() override;
 
   private:
+    bool has_focus() const;
+
     platform::MonthView& view_;
     MonthCalendar* calendar_;
     std::optional<basic::Date> value_;

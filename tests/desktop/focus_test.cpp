@@ -281,6 +281,19 @@ TEST_F(Month, ADayLookedForIsNotLeftOnShow) {
     EXPECT_EQ(calendar->selectedDate(), QDate(2026, 11, 20));
 }
 
+TEST_F(Month, ADayLookedForIsNotLeftOnShowByWhatAnotherWindowDoes) {
+    bench.runtime.run([&] { screen.month.set_focus(); });
+    press(Qt::Key_Right);
+    bench.runtime.run([] {});
+    EXPECT_EQ(calendar->selectedDate(), QDate(2026, 11, 21)) << "the keys are still in it";
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    QCoreApplication::processEvents();
+    bench.runtime.run([] {});
+    EXPECT_EQ(calendar->selectedDate(), QDate(2026, 11, 20));
+}
+
 TEST_F(Month, TheValueFollowsTheArrowsWhereNobodyListens) {
     bench.runtime.run([&] {
         screen.month.on_date_click = nullptr;
