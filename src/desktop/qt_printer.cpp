@@ -31,11 +31,12 @@ QtPrinter::~QtPrinter() {
 
 /// Half a job is better not sent.
 void QtPrinter::drop_job() {
-    if (!painter_.isActive())
-        return;
-    device()->abort();
-    painter_.end();
-    setting_.reset();
+    if (painter_.isActive()) {
+        device()->abort();
+        painter_.end();
+        setting_.reset();
+    }
+    // Chosen for a job that doesn't come.
     device_for_once_.reset();
 }
 
@@ -117,8 +118,10 @@ void QtPrinter::open_job() {
             throw basic::RunTimeError(printer_error);
         printer->setOutputFileName(file);
     }
-    if (!painter_.begin(printer))
+    if (!painter_.begin(printer)) {
+        drop_job();
         throw basic::RunTimeError(printer_error);
+    }
     turn_page_origin();
 }
 

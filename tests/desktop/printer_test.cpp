@@ -216,6 +216,26 @@ TEST_F(Paper, CountsFromTheCornerOfWhatCanBePrintedOn) {
     EXPECT_NEAR(printer.OffsetX(), 0, 1);
 }
 
+TEST_F(Paper, ADeviceChosenForAJobThatFailsIsNotTheNextJobs) {
+    const auto choose_for_once = [this](const char* file) {
+        auto device = make_printer({PrintTarget::Kind::pdf_folder, folder.path()});
+        ASSERT_NE(device, nullptr);
+        device->setOutputFileName(folder.filePath(QString::fromUtf8(file)));
+        printer.use_once(std::move(device));
+    };
+    printer.job_name = "Labels";
+    choose_for_once("nowhere/once.pdf");
+    EXPECT_THROW(printer.Print("letter"), basic::RunTimeError);
+    printer.Print("label");
+    printer.EndDoc();
+    // Nor is that for one that is given up before it has begun.
+    choose_for_once("once.pdf");
+    printer.KillDoc();
+    printer.Print("label");
+    printer.EndDoc();
+    EXPECT_EQ(files(), (QStringList{QStringLiteral("0001 Labels.pdf"), QStringLiteral("0002 Labels.pdf")}));
+}
+
 TEST(PrintTargets, AreRememberedFromRunToRun) {
     QTemporaryDir folder;
     const QString file = folder.filePath(QStringLiteral("settings.ini"));
