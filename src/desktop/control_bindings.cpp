@@ -205,7 +205,8 @@ MenuBinding::MenuBinding(Form& form, platform::MenuEntry& control, QWidget& abov
 }
 
 void MenuBinding::show_changes() {
-    if (changed(caption_, entry_.caption))
+    // A text on a separator would be painted beside it.
+    if (changed(caption_, entry_.caption) && !action_->isSeparator())
         action_->setText(to_qt(entry_.caption));
 }
 
