@@ -22,11 +22,15 @@ double scale_step(double highest, double most_lines) {
 
 namespace {
 
-constexpr ChartView::Unit whole = {1, "", 0};
-constexpr ChartView::Unit shorter_units[] = {{1e3, "K", 0}, {1e6, "M", 2}, {1e6, "M", 1}};
+constexpr ChartView::Unit whole = {1, "", 0}, thousands = {1e3, "K", 0};
+constexpr ChartView::Unit shorter_units[] = {thousands, {1e6, "M", 2}, {1e6, "M", 1}};
 
-/// With the thousands grouped; money in whole dollars, as a chart is to be read at a glance.
-QString value_text(double value, platform::Chart::Values values, const ChartView::Unit& unit = whole) {
+/// With the thousands grouped; money in whole dollars, as a chart is to be read at a glance. A value below
+/// the unit is written in the next one that it reaches.
+QString value_text(double value, platform::Chart::Values values, const ChartView::Unit& shortest = whole) {
+    const ChartView::Unit& unit = std::abs(value) >= shortest.size    ? shortest
+                                  : std::abs(value) >= thousands.size ? thousands
+                                                                      : whole;
     const QString digits = QLocale(QLocale::English, QLocale::UnitedStates)
                                .toString(std::abs(value) / unit.size, 'f', unit.decimals);
     const QString dollar = values == platform::Chart::Values::money ? QStringLiteral("$") : QString();

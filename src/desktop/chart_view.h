@@ -20,7 +20,7 @@ class ChartView : public QWidget {
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
-    /// How shortly a value is written.
+    /// How shortly a value is written that reaches it.
     struct Unit {
         double size;
         const char* sign;

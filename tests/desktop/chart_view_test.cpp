@@ -67,6 +67,18 @@ TEST(ChartView, FindsRoomForTheValueOfEachMonthOfAYear) {
     }
 }
 
+TEST(ChartView, AValueBelowTheOthersUnitIsWrittenInItsOwn) {
+    ChartView chart;
+    chart.resize(250, 200);
+    const auto picture = [&](double low) {
+        // The two high ones find room in tenths of millions at most.
+        chart.show({{"1/2026", 2e6}, {"2/2026", 2e6}, {" ", 0.0}, {"4/2026", low}}, Values::money);
+        return chart.grab().toImage();
+    };
+    // The bars are alike but for part of a row; the digits are not.
+    EXPECT_GT(differing_rows(picture(20000), picture(30000), 210, 250), 4);
+}
+
 TEST(ChartView, ALowScaleHasFewerLines) {
     EXPECT_EQ(scale_step(14, 2), 10);
     EXPECT_EQ(scale_step(3600000, 2), 2000000);
