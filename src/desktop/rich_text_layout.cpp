@@ -301,17 +301,19 @@ void RichTextLayout::lay_out() {
 
 /// The pages' first characters. A row that goes over to another page has text of several cells on both.
 void RichTextLayout::finish_pages() {
-    page_starts_.clear();
+    pages_.clear();
+    constexpr int none = std::numeric_limits<int>::max();
     for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
         const BlockData& data = BlockData::of(block);
         for (std::size_t at = 0; at < data.lines.size(); ++at) {
             const std::size_t page = static_cast<std::size_t>(data.lines[at].page);
-            while (page_starts_.size() <= page)
-                page_starts_.push_back(std::numeric_limits<int>::max());
+            while (pages_.size() <= page)
+                pages_.push_back({static_cast<int>(pages_.size()), none});
             const int start = block.position() + block.layout()->lineAt(static_cast<int>(at)).textStart();
-            page_starts_[page] = std::min(page_starts_[page], start);
+            pages_[page].start = std::min(pages_[page].start, start);
         }
     }
+    std::erase_if(pages_, [](const Page& page) { return page.start == none; });
 }
 
 // --- Places ---

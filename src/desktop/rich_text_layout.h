@@ -25,8 +25,9 @@ class RichTextLayout final : public QAbstractTextDocumentLayout {
     /// Room left free around endless text.
     void set_inset(double inset) { inset_ = inset; }
 
-    /// Where the page's first line begins in the document; pages in order.
-    int page_start(int page) const { return page_starts_.at(static_cast<std::size_t>(page)); }
+    /// Where the page's first line begins in the document; pages in order. Pages that no line stands on don't
+    /// count: spacing can be higher than a page.
+    int page_start(int page) const { return pages_.at(static_cast<std::size_t>(page)).start; }
     /// Paints what stands on the page, its corner at the painter's origin.
     void draw_page(QPainter& painter, int page);
 
@@ -34,7 +35,7 @@ class RichTextLayout final : public QAbstractTextDocumentLayout {
 
     void draw(QPainter* painter, const PaintContext& context) override;
     int hitTest(const QPointF& point, Qt::HitTestAccuracy accuracy) const override;
-    int pageCount() const override { return static_cast<int>(page_starts_.size()); }
+    int pageCount() const override { return static_cast<int>(pages_.size()); }
     QSizeF documentSize() const override { return size_; }
     QRectF frameBoundingRect(QTextFrame* frame) const override;
     QRectF blockBoundingRect(const QTextBlock& block) const override;
@@ -50,6 +51,11 @@ class RichTextLayout final : public QAbstractTextDocumentLayout {
     struct Flow {
         double y = 0;
         int page = 0;
+    };
+    /// A page that lines stand on: which one of the flow's it is, and where in the document it begins.
+    struct Page {
+        int number;
+        int start;
     };
     /// A column that text is set in.
     struct Column {
@@ -110,7 +116,7 @@ class RichTextLayout final : public QAbstractTextDocumentLayout {
     bool widow_control_ = false;
     std::vector<QColor> colours_;
     QSizeF size_;
-    std::vector<int> page_starts_;
+    std::vector<Page> pages_;
     std::vector<Rule> rules_;
     std::vector<Ground> grounds_;
 };

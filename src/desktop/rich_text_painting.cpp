@@ -6,8 +6,9 @@
 namespace tolva::desktop {
 
 void RichTextLayout::draw_page(QPainter& painter, int page) {
+    const int number = pages_.at(static_cast<std::size_t>(page)).number;
     // As wide as may be: negative indents reach into the margins.
-    const QRectF part(-width_, page * page_height_, 3 * width_, page_height_);
+    const QRectF part(-width_, number * page_height_, 3 * width_, page_height_);
     painter.save();
     painter.translate(0, -part.top());
     draw_grounds(painter, part);
@@ -16,7 +17,7 @@ void RichTextLayout::draw_page(QPainter& painter, int page) {
         const BlockData& data = BlockData::of(block);
         QTextLayout& layout = *block.layout();
         for (std::size_t at = 0; at < data.lines.size(); ++at) {
-            if (data.lines[at].page != page)
+            if (data.lines[at].page != number)
                 continue;
             if (data.has_hanging_tabs)
                 set_tabs(block, at == 0);

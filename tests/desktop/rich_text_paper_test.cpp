@@ -76,6 +76,15 @@ TEST_F(RichTextOnPaper, GoesOnWhereThePageBeforeHasEnded) {
     EXPECT_EQ(printed[2].words.at(0).text, "three");
 }
 
+TEST_F(RichTextOnPaper, LosesNothingBehindSpacingHigherThanAPage) {
+    const auto printed =
+        print("one\\par\\pard\\pagebb\\sb14000 two\\par\\pard\\sb31000 three\\par\\pard four");
+    ASSERT_EQ(printed.size(), 3U);
+    EXPECT_EQ(printed[1].words.at(0).text, "two");
+    EXPECT_EQ(printed[2].words.at(0).text, "three");
+    EXPECT_EQ(printed[2].words.at(1).text, "four");
+}
+
 TEST_F(RichTextOnPaper, CountsCharactersAsTheTextDoes) {
     // Hidden text counts though it isn't seen, and a character beyond the first plane counts one.
     print("{\\v secret}\\u-10179?\\u-8704?\\page after");
@@ -147,6 +156,15 @@ TEST_F(RichTextOnPaper, CarriesARowOverThePageWithNothingLost) {
             cells += page.word(word).left > 0 ? 1 : 0;
     EXPECT_EQ(cells, 6U);
     EXPECT_GT(printed[1].word("end").top, printed[1].word("b3").top + 200);
+}
+
+TEST_F(RichTextOnPaper, LosesNothingOfARowWhoseFirstCellBeginsOnALaterPage) {
+    const auto printed = print("\\trowd\\cellx4000\\cellx8000\\pard\\intbl\\sb14000 deep\\cell\\pard\\intbl "
+                               "high\\cell\\row\\pard end");
+    ASSERT_EQ(printed.size(), 2U);
+    EXPECT_GT(printed[0].word("high").left, 0);
+    EXPECT_GT(printed[1].word("deep").left, 0);
+    EXPECT_GT(printed[1].word("end").left, 0);
 }
 
 TEST_F(RichTextOnPaper, ShowsNumbersAndSymbolsOfLists) {
