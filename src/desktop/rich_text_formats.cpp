@@ -52,8 +52,16 @@ QTextCharFormat::UnderlineStyle underline_of(rtf::Underline underline) {
 QImage image_of(const rtf::Picture& picture) {
     if (picture.kind != rtf::PictureKind::png && picture.kind != rtf::PictureKind::jpeg)
         return {};
-    QImage image =
-        QImage::fromData(QByteArrayView(picture.bytes.data(), static_cast<qsizetype>(picture.bytes.size())));
+    // By what the bytes are, as sources mix the two up; but nothing else that the toolkit would know how to
+    // read.
+    const char* const format = picture.bytes.starts_with("\x89PNG")    ? "PNG"
+                               : picture.bytes.starts_with("\xFF\xD8") ? "JPEG"
+                                                                       : nullptr;
+    if (!format)
+        return {};
+    QImage image;
+    image.loadFromData(QByteArrayView(picture.bytes.data(), static_cast<qsizetype>(picture.bytes.size())),
+                       format);
     const bool cropped = picture.crop_left || picture.crop_right || picture.crop_top || picture.crop_bottom;
     if (image.isNull() || !cropped || picture.goal_width <= 0 || picture.goal_height <= 0)
         return image;
