@@ -52,6 +52,29 @@ TEST(LongWork, ShowsASignThatCountsAndGoes) {
     EXPECT_EQ(sign_of_work(), nullptr);
 }
 
+TEST(LongWork, KeepsHandsFromTheOtherWindows) {
+    Bench bench;
+    SmallScreen& screen = bench.show();
+    bench.runtime.run([&] {
+        platform::LongWork work(bench.runtime, "Printing letters");
+        QTest::qSleep(static_cast<int>(WorkWindow::patience.count()) + 50);
+        work.step();
+        ASSERT_NE(sign_of_work(), nullptr);
+        click(bench.widget("close"));
+        click(bench.widget("selecting"));
+        QTest::keyClick(bench.form().windowHandle(), Qt::Key_X);
+        press(Qt::Key_Escape);
+        QTest::keyClick(sign_of_work()->windowHandle(), Qt::Key_F4, Qt::AltModifier);
+        sign_of_work()->close();
+        EXPECT_NE(sign_of_work(), nullptr) << "it goes when the work is done, and not before";
+    });
+    settle();
+    EXPECT_EQ(screen.take_diary(), std::vector<std::string>());
+    EXPECT_EQ(screen.plain.text, "");
+    click(bench.widget("close"));
+    EXPECT_EQ(screen.take_diary().back(), "close") << "and then the windows are the user's again";
+}
+
 class Ticking : public SmallScreen {
   public:
     using SmallScreen::SmallScreen;
