@@ -110,6 +110,8 @@ void graph::Command2_Click() {
         return;
     try {
         print_charts(module_.printer(), caption,
+                     trim(mon1.text) + " " + trim(year1.text) + " to " + trim(mon2.text) + " " +
+                         trim(year2.text),
                      {{"UNITS SOLD", chart1}, {"COMMISSION", chart2}, {"TOTAL IN SALES", chart3}});
     } catch (const basic::RunTimeError&) {
         // Where it failed among bold words, what is printed next is none of them.

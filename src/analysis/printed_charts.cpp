@@ -12,10 +12,12 @@ namespace {
 constexpr float title_size = 14, text_size = 10;
 
 /// In millimetres.
-constexpr double left = 15, bars_begin = 40, bars_end = 150, values_begin = 155;
+constexpr double left = 15, top = 15, bars_begin = 40, bars_end = 150, values_begin = 155;
 
-/// How far below the top of a line its bar lies, in twips.
-constexpr double bar_depth = 120;
+/// How far below the top of a line its bar lies, in twips. It is drawn in strokes that lie closer than a
+/// printer's lines are thick.
+constexpr double bar_depth = 60, stroke_step = 8;
+constexpr int strokes_a_bar = 15;
 
 double largest(const platform::Chart& chart) {
     double most = 0;
@@ -25,7 +27,7 @@ double largest(const platform::Chart& chart) {
 }
 
 std::string value_text(const platform::Chart& chart, double value) {
-    return chart.values == platform::Chart::Values::money ? basic::money_text(value)
+    return chart.values == platform::Chart::Values::money ? "$" + basic::money_text(value)
                                                           : basic::number_to_text(value);
 }
 
@@ -39,25 +41,30 @@ void print_bar(platform::Printer& printer, const platform::Chart& chart, const p
     }
     // Only now it is sure on which page the line is.
     const double y = static_cast<double>(printer.CurrentY()) + bar_depth;
-    if (*bar.value > 0)
+    for (int stroke = 0; stroke<strokes_a_bar&& * bar.value> 0; ++stroke) {
+        const double at = y + stroke * stroke_step;
         printer.Line(
-            bars_begin * printing::twips_a_millimetre, y,
-            (bars_begin + (bars_end - bars_begin) * *bar.value / most) * printing::twips_a_millimetre, y);
+            bars_begin * printing::twips_a_millimetre, at,
+            (bars_begin + (bars_end - bars_begin) * *bar.value / most) * printing::twips_a_millimetre, at);
+    }
     printing::printx(printer, values_begin);
     printer.Print(value_text(chart, *bar.value));
 }
 
 } // namespace
 
-void print_charts(platform::Printer& printer, const std::string& title,
+void print_charts(platform::Printer& printer, const std::string& title, const std::string& span,
                   const std::vector<PrintedChart>& charts) {
     printer.job_name = title;
     printer.FontName = "Arial";
     printer.FontSize = title_size;
     printer.FontBold = true;
-    printing::printx(printer, left);
+    printing::printxy(printer, left, top);
     printer.Print(title);
     printer.FontSize = text_size;
+    printer.FontBold = false;
+    printing::printx(printer, left);
+    printer.Print(span);
     for (const PrintedChart& printed : charts) {
         if (!printed.chart.visible)
             continue;

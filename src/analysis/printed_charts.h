@@ -15,9 +15,9 @@ struct PrintedChart {
     const platform::Chart& chart;
 };
 
-/// Prints a title and the charts that are on show, one below the other, as one job. Bars of one chart are in
-/// proportion to its largest; nothing is drawn to the left of zero.
-void print_charts(platform::Printer& printer, const std::string& title,
+/// Prints a title, what span the charts are of, and the charts that are on show, one below the other, as one
+/// job. Bars of one chart are in proportion to its largest; nothing is drawn to the left of zero.
+void print_charts(platform::Printer& printer, const std::string& title, const std::string& span,
                   const std::vector<PrintedChart>& charts);
 
 } // namespace tolva::analysis
