@@ -4,6 +4,7 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QStyleOptionFrame>
+#include <QValidator>
 #include <algorithm>
 
 namespace tolva::desktop {
@@ -34,10 +35,41 @@ int step_of(const QKeyEvent& event) {
     }
 }
 
+/// One line stays one: line ends that are pasted with a text become blanks, and those behind it go.
+class OneLine : public QValidator {
+  public:
+    using QValidator::QValidator;
+
+    State validate(QString& text, int& caret) const override {
+        qsizetype end = text.size();
+        while (end > 0 && is_line_end(text[end - 1]))
+            --end;
+        text.truncate(end);
+        const QString ahead = joined(text.left(caret));
+        text = joined(text);
+        caret = static_cast<int>(std::min(ahead.size(), text.size()));
+        return Acceptable;
+    }
+
+  private:
+    static bool is_line_end(QChar c) {
+        return c == QLatin1Char('\r') || c == QLatin1Char('\n') || c == QChar::LineSeparator ||
+               c == QChar::ParagraphSeparator;
+    }
+    static QString joined(QString text) {
+        text.replace(QLatin1String("\r\n"), QLatin1String(" "));
+        for (QChar& c : text)
+            if (is_line_end(c))
+                c = QLatin1Char(' ');
+        return text;
+    }
+};
+
 } // namespace
 
 LineEdit::LineEdit(QWidget* parent) : QLineEdit(parent) {
     set_room(characters_, true);
+    setValidator(new OneLine(this));
 }
 
 void LineEdit::set_room(int characters, bool grows) {

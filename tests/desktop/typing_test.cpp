@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QClipboard>
 #include <QScrollBar>
 #include <QTextDocument>
 #include <QWheelEvent>
@@ -49,6 +50,23 @@ TEST_F(Typing, TellsEachKeyAheadOfItsEffect) {
     press(Qt::Key_Left);
     const std::vector<std::pair<int, std::string>> expected = {{'a', ""}, {'b', "a"}, {13, "ab"}, {13, "ab"}};
     EXPECT_EQ(keys, expected);
+}
+
+TEST_F(Typing, APastedTextComesInOnOneLine) {
+    const auto paste = [](const QString& text) {
+        QGuiApplication::clipboard()->setText(text);
+        press(Qt::Key_V, Qt::ControlModifier);
+    };
+    paste(QStringLiteral("1 Elm St\r\nSalem\n"));
+    EXPECT_EQ(screen.plain.text, "1 Elm St Salem");
+    press(Qt::Key_Home);
+    paste(QStringLiteral("Ann\n"));
+    EXPECT_EQ(screen.plain.text, "Ann 1 Elm St Salem");
+    type(QStringLiteral("B"));
+    EXPECT_EQ(screen.plain.text, "Ann B1 Elm St Salem");
+    click(lines);
+    paste(QStringLiteral("1 Elm St\r\nSalem"));
+    EXPECT_EQ(screen.lines.text, "1 Elm St\r\nSalem");
 }
 
 TEST_F(Typing, EnterInManyLinesBeginsALine) {
