@@ -6,6 +6,7 @@
 #include <QLibrary>
 #include <QPrinterInfo>
 #include <QRegularExpression>
+#include <algorithm>
 
 namespace tolva::desktop {
 
@@ -98,6 +99,18 @@ QString reserve_pdf_file(const QString& folder, const QString& job) {
             return file.fileName();
     }
     return {};
+}
+
+bool is_whole_pdf_file(const QString& name) {
+    constexpr qint64 room_for_end = 32;
+    QFile file(name);
+    return file.open(QIODevice::ReadOnly) && file.seek(std::max<qint64>(file.size() - room_for_end, 0)) &&
+           file.readAll().contains("%%EOF");
+}
+
+void remove_pdf_file(const QString& file) {
+    if (QFileInfo(file).isFile())
+        QFile::remove(file);
 }
 
 } // namespace tolva::desktop

@@ -40,4 +40,10 @@ QString next_pdf_file(const QString& folder, const QString& job);
 /// none can be made.
 QString reserve_pdf_file(const QString& folder, const QString& job);
 
+/// Whether a printed file has its end: on a full disk it hasn't, and the toolkit doesn't say so.
+bool is_whole_pdf_file(const QString& file);
+/// Removes the part of a file that a job without an end has left. Devices, and no name at all, stay as they
+/// are.
+void remove_pdf_file(const QString& file);
+
 } // namespace tolva::desktop

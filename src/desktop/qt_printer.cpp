@@ -29,12 +29,13 @@ QtPrinter::~QtPrinter() {
     drop_job();
 }
 
-/// Half a job is better not sent.
+/// Half a job is better not sent, and half a file not left behind.
 void QtPrinter::drop_job() {
     if (painter_.isActive()) {
         device()->abort();
         painter_.end();
         setting_.reset();
+        remove_pdf_file(device()->outputFileName());
     }
     // Chosen for a job that doesn't come.
     device_for_once_.reset();
@@ -151,12 +152,16 @@ void QtPrinter::end_job() {
     if (!painter_.isActive())
         return;
     setting_.reset();
-    const bool on_queue = device()->outputFormat() == QPrinter::NativeFormat;
+    const QString file = device()->outputFileName();
     const bool ended = painter_.end() && device()->printerState() != QPrinter::Error;
-    const bool refused = on_queue && queue_refused_job();
+    const bool arrived = file.isEmpty() ? !queue_refused_job() : is_whole_pdf_file(file);
     device_for_once_.reset();
-    if (!ended || refused)
-        throw basic::RunTimeError(printer_error);
+    if (ended && arrived)
+        return;
+    remove_pdf_file(file);
+    // The toolkit's printer writes nothing more once a file was cut short.
+    device_.reset();
+    throw basic::RunTimeError(printer_error);
 }
 
 // --- What is printed ---

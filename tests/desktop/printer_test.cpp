@@ -6,11 +6,41 @@
 #include "basic/run_time_error.h"
 #include "printed_pages.h"
 #include "printing/page.h"
+#include "support/errors.h"
+
+#ifdef Q_OS_UNIX
+#include <sys/resource.h>
+
+#include <csignal>
+#endif
 
 namespace tolva::desktop {
 namespace {
 
 using Paper = PaperTest;
+
+#ifdef Q_OS_UNIX
+/// As long as it lives no file can grow beyond that many bytes, as if the disk were full.
+class LittleRoom {
+  public:
+    explicit LittleRoom(qint64 bytes) : signal_(std::signal(SIGXFSZ, SIG_IGN)) {
+        getrlimit(RLIMIT_FSIZE, &before_);
+        rlimit now = before_;
+        now.rlim_cur = static_cast<rlim_t>(bytes);
+        setrlimit(RLIMIT_FSIZE, &now);
+    }
+    LittleRoom(const LittleRoom&) = delete;
+    LittleRoom& operator=(const LittleRoom&) = delete;
+    ~LittleRoom() {
+        setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, signal_);
+    }
+
+  private:
+    void (*signal_)(int);
+    rlimit before_{};
+};
+#endif
 
 TEST_F(Paper, IsLetterAndWhole) {
     EXPECT_NEAR(printer.Width(), 12240, 1);
@@ -155,6 +185,37 @@ TEST_F(Paper, NumbersItsFilesAndOverwritesNone) {
     ASSERT_TRUE(taken.open(QIODevice::ReadOnly));
     EXPECT_EQ(taken.readAll(), QByteArray("mine"));
     EXPECT_EQ(pages(2).at(0).words.at(0).text, "two");
+}
+
+TEST_F(Paper, AFileThatFindsNoRoomIsAPrinterErrorAndTheNextJobIsWhole) {
+#ifdef Q_OS_UNIX
+    rtf::RichText text;
+    std::string words;
+    for (int word = 0; word < 3000; ++word)
+        words += "word ";
+    text.set_text(words);
+    const auto print = [&] { printing::printrichtext(printer, text, {1440, 1440, 1440, 1440}); };
+    print();
+    int error = 0;
+    {
+        const LittleRoom room(QFileInfo(folder.filePath(files().at(0))).size() / 2);
+        error = support::error_number(print);
+    }
+    EXPECT_EQ(error, 482);
+    EXPECT_EQ(files().size(), 1) << "half a file looks like a letter that was printed";
+    print();
+    ASSERT_EQ(files().size(), 2);
+    EXPECT_EQ(pages(1).size(), pages(0).size());
+#else
+    GTEST_SKIP() << "a full disk can't be had here";
+#endif
+}
+
+TEST_F(Paper, AJobThatIsGivenUpLeavesNoFile) {
+    printer.Print("half a letter");
+    printer.NewPage();
+    printer.KillDoc();
+    EXPECT_TRUE(files().isEmpty());
 }
 
 TEST_F(Paper, EndsNoJobThatWasNotBegun) {
