@@ -48,6 +48,10 @@ void size(CharacterFormat& format, Parameter parameter) {
     format.half_points = static_cast<std::int16_t>(std::clamp(half_points, 1, limits::half_points));
 }
 
+void kerning(CharacterFormat& format, Parameter parameter) {
+    format.kerning = static_cast<std::int16_t>(std::clamp(parameter.value, 0, limits::half_points));
+}
+
 template <int sign>
 void raise(CharacterFormat& format, Parameter parameter) {
     const int half_points = std::clamp(parameter.or_else(6), -limits::half_points, limits::half_points);
@@ -81,6 +85,7 @@ constexpr CharacterWord words[] = {
     {"dn", Refers::nothing, raise<-1>},
     {"expnd", Refers::nothing, spacing_in_quarters},
     {"expndtw", Refers::nothing, number<&CharacterFormat::letter_spacing>},
+    {"kerning", Refers::nothing, kerning},
     {"super", Refers::nothing, script<Script::superscript>},
     {"sub", Refers::nothing, script<Script::subscript>},
     {"nosupersub", Refers::nothing,
@@ -135,8 +140,9 @@ void write_character_words(std::string& out, const CharacterFormat& from, const 
                            const CharacterFormat& plain, const SourceFonts& fonts) {
     if (from == to)
         return;
-    // These two have no word that gives back the document's own.
-    if ((from.language != to.language && to.language == 0) || (from.style != to.style && to.style == 0)) {
+    // These have no word that gives back the document's or the program's own.
+    if ((from.language != to.language && to.language == 0) || (from.style != to.style && to.style == 0) ||
+        (from.kerning != to.kerning && to.kerning == CharacterFormat::untold)) {
         out += "\\plain";
         write_character_words(out, plain, to, plain, fonts);
         return;
@@ -154,6 +160,7 @@ void write_character_words(std::string& out, const CharacterFormat& from, const 
     change("highlight", from.highlight, to.highlight);
     change("cb", from.background, to.background);
     change("expndtw", from.letter_spacing, to.letter_spacing);
+    change("kerning", from.kerning, to.kerning);
     if (from.raise != to.raise)
         append_word(out, to.raise < 0 ? "dn" : "up", to.raise < 0 ? -to.raise : to.raise);
     if (from.script != to.script)

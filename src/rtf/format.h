@@ -36,6 +36,8 @@ enum class Underline : std::uint8_t {
 enum class Script : std::uint8_t { baseline, superscript, subscript };
 
 struct CharacterFormat {
+    static constexpr std::int16_t untold = -1;
+
     std::int16_t font = 0;
     std::int16_t half_points = 24;
     std::int16_t colour = 0;
@@ -47,6 +49,9 @@ struct CharacterFormat {
     std::int16_t raise = 0;
     /// Twips between letters beyond their own.
     std::int16_t letter_spacing = 0;
+    /// Letters of at least this many half points move together where they fit: 0 for none, `untold` where the
+    /// source leaves it to the program.
+    std::int16_t kerning = untold;
     /// The style sheet's number of the character style; its properties are spelled out here all the same.
     std::int16_t style = 0;
     /// 0 for the document's own.

@@ -7,7 +7,7 @@ namespace tolva::rtf {
 namespace {
 
 constexpr std::string_view phrases[] = {
-    "letter widths and kerning",
+    "letter widths",
     "borders, patterns and animation of characters",
     "tracked changes (the text stays)",
     "text frames (their text stays)",
@@ -17,7 +17,7 @@ constexpr std::string_view phrases[] = {
     "page borders",
 };
 
-enum Phrase { kerning, decoration, changes, frames, columns, patterns, nested, page_borders };
+enum Phrase { widths, decoration, changes, frames, columns, patterns, nested, page_borders };
 
 constexpr Word symbol(std::string_view name, char32_t character) {
     return {name, Topic::symbol, static_cast<std::int32_t>(character)};
@@ -270,8 +270,7 @@ constexpr Word words[] = {
     {"pgbrdrb", Topic::other_border, page_borders},
     {"pgbrdrl", Topic::other_border, page_borders},
     {"pgbrdrr", Topic::other_border, page_borders},
-    noted("kerning", kerning),
-    noted("charscalex", kerning),
+    noted("charscalex", widths),
     noted("chshdng", decoration),
     noted("chcfpat", decoration),
     noted("animtext", decoration),

@@ -85,6 +85,7 @@ TEST(Writer, WritesWhatReadsBackEqual) {
              "\\s3\\outlinelevel2\\rtlpar\\nowidctlpar\\cbpat1\\shading2000\\tldot\\tqr\\tx99 a\\par",
              "\\lang1031\\cs5 a\\plain b\\lang1033 c\\lang0 d\\par",
              "\\super a\\sub b\\nosupersub\\up7 c\\dn7 d\\up0\\expndtw20 e\\par",
+             "\\kerning0 a\\kerning28 b\\plain c\\b\\kerning1 d\\par",
              "\\strike\\striked1\\caps\\scaps\\v\\outl\\shad\\embo\\impr a\\par",
              "\\ulw a\\uldash b\\ulwave c\\ulthd d\\par",
              "\\sectd\\cols2{\\footer f}a\\sect\\sectd b\\par\\sect c",
