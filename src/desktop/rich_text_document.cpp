@@ -59,7 +59,22 @@ class BlockFiller {
             else if (begins_block(character))
                 character = QChar::ReplacementCharacter;
         }
-        cursor_.insertText(text, formats_.characters(format));
+        if (format.small_caps && !format.caps)
+            put_small_capitals(text, format);
+        else
+            cursor_.insertText(text, formats_.characters(format));
+    }
+
+    void put_small_capitals(const QString& text, const rtf::CharacterFormat& format) {
+        for (qsizetype at = 0; at < text.size();) {
+            const bool small = text[at].isLower();
+            qsizetype behind = at + 1;
+            while (behind < text.size() && text[behind].isLower() == small)
+                ++behind;
+            cursor_.insertText(text.mid(at, behind - at),
+                               small ? formats_.small_capitals(format) : formats_.characters(format));
+            at = behind;
+        }
     }
 
     void put_picture(BlockData& data, const rtf::Run& run) {

@@ -1,26 +1,13 @@
 #include "desktop/rich_text_formats.h"
 
 #include <QImage>
-#include <QStringList>
 
 #include "desktop/rich_text_document.h"
-#include "desktop/text.h"
+#include "desktop/rich_text_fonts.h"
 
 namespace tolva::desktop {
 
 namespace {
-
-/// What stands in for a font that the machine lacks.
-const char* stand_in(rtf::Font::Family family) {
-    switch (family) {
-    case rtf::Font::Family::swiss:
-        return "Arial";
-    case rtf::Font::Family::modern:
-        return "Courier New";
-    default:
-        return "Times New Roman";
-    }
-}
 
 QTextCharFormat::UnderlineStyle underline_of(rtf::Underline underline) {
     switch (underline) {
@@ -84,28 +71,38 @@ QColor colour_of(const rtf::Document& source, int index) {
     return colour.automatic ? QColor() : QColor(colour.red, colour.green, colour.blue);
 }
 
+/// Found once for each font: a paragraph may have many formats.
+const RichTextFormats::ShownFont& RichTextFormats::shown_font(std::size_t font) const {
+    shown_fonts_.resize(source_.fonts.size());
+    ShownFont& shown = shown_fonts_[font];
+    if (shown.families.isEmpty()) {
+        shown.families = families_for(source_.fonts[font]);
+        shown.joins_namelessly = joins_namelessly(shown.families);
+    }
+    return shown;
+}
+
 void RichTextFormats::set_font(QTextCharFormat& into, const rtf::CharacterFormat& format) const {
     const std::size_t index = static_cast<std::size_t>(format.font);
-    const rtf::Font& font = source_.fonts[index < source_.fonts.size() ? index : 0];
-    QStringList families(to_qt(font.name));
-    if (!font.alternative.empty())
-        families += to_qt(font.alternative);
-    families += QString::fromUtf8(stand_in(font.family));
-    into.setFontFamilies(families);
+    const ShownFont& shown = shown_font(index < source_.fonts.size() ? index : 0);
+    into.setFontFamilies(shown.families);
     into.setFontPointSize(std::max(format.half_points / 2.0, 0.5));
     into.setFontHintingPreference(QFont::PreferNoHinting);
-    into.setFontKerning(false);
+    into.setFontKerning(format.kerning == rtf::CharacterFormat::untold ||
+                        (format.kerning > 0 && format.half_points >= format.kerning));
     if (format.bold)
         into.setFontWeight(QFont::Bold);
     if (format.italic)
         into.setFontItalic(true);
     if (format.strike || format.double_strike)
         into.setFontStrikeOut(true);
-    if (format.caps || format.small_caps)
-        into.setFontCapitalization(format.caps ? QFont::AllUppercase : QFont::SmallCaps);
-    if (format.letter_spacing != 0) {
+    if (format.caps)
+        into.setFontCapitalization(QFont::AllUppercase);
+    // The least spacing that there is keeps the toolkit from joining letters.
+    constexpr double apart = 1.0 / 64;
+    if (format.letter_spacing != 0 || shown.joins_namelessly) {
         into.setFontLetterSpacingType(QFont::AbsoluteSpacing);
-        into.setFontLetterSpacing(format.letter_spacing * unit_);
+        into.setFontLetterSpacing(format.letter_spacing != 0 ? format.letter_spacing * unit_ : apart);
     }
 }
 
@@ -128,6 +125,14 @@ QTextCharFormat RichTextFormats::characters(const rtf::CharacterFormat& format) 
     const int ground = format.highlight != 0 ? format.highlight : format.background;
     if (const QColor colour = colour_of(source_, ground); ground != 0 && colour.isValid())
         into.setBackground(colour);
+    return into;
+}
+
+QTextCharFormat RichTextFormats::small_capitals(const rtf::CharacterFormat& format) const {
+    constexpr double by_capital = 0.8;
+    QTextCharFormat into = characters(format);
+    into.setFontCapitalization(QFont::AllUppercase);
+    into.setFontPointSize(by_capital * into.fontPointSize());
     return into;
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QStringList>
 #include <QTextCharFormat>
+#include <vector>
 
 #include "rtf/document.h"
 
@@ -12,13 +14,23 @@ class RichTextFormats {
     RichTextFormats(const rtf::Document& source, double unit) : source_(source), unit_(unit) {}
 
     QTextCharFormat characters(const rtf::CharacterFormat& format) const;
+    /// Of the letters that small capitals stand for; other characters keep the format's own.
+    QTextCharFormat small_capitals(const rtf::CharacterFormat& format) const;
     QTextCharFormat picture(const rtf::Picture& picture, const rtf::CharacterFormat& format) const;
 
   private:
+    /// What a font of the source's becomes on this machine.
+    struct ShownFont {
+        QStringList families;
+        bool joins_namelessly = false;
+    };
+
     void set_font(QTextCharFormat& into, const rtf::CharacterFormat& format) const;
+    const ShownFont& shown_font(std::size_t font) const;
 
     const rtf::Document& source_;
     double unit_;
+    mutable std::vector<ShownFont> shown_fonts_;
 };
 
 /// The colour of that index, or none where it is the automatic one.
