@@ -46,6 +46,8 @@ class BlockData final : public QTextBlockUserData {
     std::vector<Line> lines;
     /// The first line begins elsewhere than the others, and has its tabs in other places.
     bool has_hanging_tabs = false;
+    /// Dots or the like lead to some of its tab stops.
+    bool has_leaders = false;
     /// What the lines were broken for; below 0 before they are.
     double broken_left = -1;
     double broken_width = -1;

@@ -1,45 +1,21 @@
 #include "desktop/rich_text_layout.h"
 
-#include <QGuiApplication>
-#include <QScreen>
+#include <QFontMetricsF>
 #include <QTextLayout>
 #include <algorithm>
-#include <cmath>
 #include <limits>
 
+#include "desktop/rich_text_fonts.h"
 #include "desktop/rich_text_formats.h"
 
 namespace tolva::desktop {
 
 namespace {
 
-constexpr double twips_an_inch = 1440;
 /// Narrower columns are set as this wide, in twips.
 constexpr double least_width = 360;
-/// Default tab stops closer than this many twips are set as far apart.
-constexpr int least_tab = 60;
 /// What measures lose in the toolkit's fixed-point numbers, in twips.
 constexpr double grace = 1;
-
-/// Tab stops are told to the toolkit as on the screen, whatever it lays out for.
-double screen_unit() {
-    const QScreen* const screen = QGuiApplication::primaryScreen();
-    return (screen ? std::round(screen->logicalDotsPerInchY()) : 96) / twips_an_inch;
-}
-
-Qt::Alignment alignment_of(rtf::Alignment alignment) {
-    switch (alignment) {
-    case rtf::Alignment::right:
-        return Qt::AlignRight | Qt::AlignAbsolute;
-    case rtf::Alignment::centre:
-        return Qt::AlignHCenter;
-    case rtf::Alignment::justified:
-    case rtf::Alignment::distributed:
-        return Qt::AlignJustify;
-    default:
-        return Qt::AlignLeft | Qt::AlignAbsolute;
-    }
-}
 
 } // namespace
 
@@ -74,72 +50,60 @@ void RichTextLayout::documentChanged(int, int, int) {
 
 namespace {
 
-QTextOption::Tab tab_of(const rtf::TabStop& stop) {
-    switch (stop.kind) {
-    case rtf::TabKind::right:
-        return {0, QTextOption::RightTab};
-    case rtf::TabKind::centre:
-        return {0, QTextOption::CenterTab};
-    case rtf::TabKind::decimal:
-        return {0, QTextOption::DelimiterTab, QLatin1Char('.')};
-    default:
-        return {0, QTextOption::LeftTab};
+/// The fonts of a part of a block, or that of its end where the part is empty.
+std::vector<QFont> fonts_of(const QTextBlock& block, int start, int length) {
+    std::vector<QFont> fonts;
+    for (auto at = block.begin(); length > 0 && !at.atEnd(); ++at) {
+        const int from = at.fragment().position() - block.position();
+        if (from < start + length && from + at.fragment().length() > start)
+            fonts.push_back(at.fragment().charFormat().font());
     }
+    if (fonts.empty())
+        fonts.push_back(block.charFormat().font());
+    return fonts;
 }
 
 } // namespace
 
-/// The stops of a line that begins `left` twips from the margin: the toolkit counts them from where it
-/// begins.
-QList<QTextOption::Tab> RichTextLayout::tabs_of(const rtf::ParagraphFormat& format, int left) const {
-    const double tab_unit = screen_unit();
-    QList<QTextOption::Tab> tabs;
-    int last = 0;
-    for (const rtf::TabStop& stop : format.tabs) {
-        if (stop.kind == rtf::TabKind::bar)
-            continue;
-        tabs.append(tab_of(stop));
-        tabs.back().position = (stop.position - left) * tab_unit;
-        last = std::max(last, stop.position);
-    }
-    // Text that hangs over goes on, behind a tab, where the other lines begin.
-    if (format.first < 0) {
-        tabs.append(QTextOption::Tab((format.left - left) * tab_unit, QTextOption::LeftTab));
-        last = std::max(last, format.left);
-    }
-    const int step = std::max(default_tab_, least_tab);
-    const int end = static_cast<int>(width_ / unit_);
-    for (int stop = (last / step + 1) * step; stop <= end; stop += step)
-        tabs.append(QTextOption::Tab((stop - left) * tab_unit, QTextOption::LeftTab));
-    std::sort(tabs.begin(), tabs.end(),
-              [](const auto& one, const auto& other) { return one.position < other.position; });
-    return tabs;
+/// Whether the toolkit counts a part of some font's line gap twice.
+bool RichTextLayout::has_swollen_gaps(const QTextBlock& block) const {
+    const auto fonts = fonts_of(block, 0, block.length() - 1);
+    return std::any_of(fonts.begin(), fonts.end(), [this](const QFont& font) { return share_of(font) < 1; });
 }
 
-/// The toolkit asks for the tabs whenever it measures a line, so they are those of the line at hand.
-void RichTextLayout::set_tabs(const QTextBlock& block, bool first_line) const {
-    const rtf::ParagraphFormat& format = *BlockData::of(block).format;
-    QTextOption option;
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    option.setTextDirection(format.right_to_left ? Qt::RightToLeft : Qt::LeftToRight);
-    option.setAlignment(alignment_of(format.alignment));
-    option.setTabs(tabs_of(format, format.left + (first_line ? format.first : 0)));
-    block.layout()->setTextOption(option);
+/// The line gap that the fonts of a line ask for.
+double RichTextLayout::gap_of(const QTextBlock& block, const QTextLine& line) const {
+    double top = line.ascent();
+    for (const QFont& font : fonts_of(block, line.textStart(), line.textLength())) {
+        const QFontMetricsF metrics(font, paintDevice());
+        top = std::max(top, metrics.ascent() + share_of(font) * std::max(metrics.leading(), 0.0));
+    }
+    return top - line.ascent();
 }
 
-BlockData::Line RichTextLayout::line_of(const QTextLine& line, const rtf::ParagraphFormat& format) const {
+double RichTextLayout::share_of(const QFont& font) const {
+    const QString key = font.families().join(QLatin1Char(',')) + QString::number(font.weight()) +
+                        QString::number(static_cast<int>(font.style()));
+    auto share = gap_shares_.constFind(key);
+    if (share == gap_shares_.constEnd())
+        share = gap_shares_.insert(key, line_gap_share(font));
+    return *share;
+}
+
+BlockData::Line RichTextLayout::line_of(const QTextLine& line, const rtf::ParagraphFormat& format,
+                                        double gap) const {
     constexpr double single = 240;
     constexpr double above_base_line = 0.8;
+    const double letters = line.ascent() + line.descent();
     BlockData::Line made;
-    const double natural = line.ascent() + line.descent() + std::max(line.leading(), 0.0);
-    made.height = natural;
-    if (format.line_multiple && format.line > 0) {
-        made.height = natural * format.line / single;
-        made.drop = made.height - natural;
-    } else if (!format.line_multiple && format.line > 0) {
-        made.height = std::max(natural, px(format.line));
-        made.drop = made.height - natural;
-    } else if (!format.line_multiple && format.line < 0) {
+    made.height = letters + gap;
+    if (format.line_multiple && format.line > 0)
+        made.height *= format.line / single;
+    else if (!format.line_multiple && format.line > 0)
+        made.height = std::max(made.height, px(format.line));
+    // What a line has beyond its letters stands above them.
+    made.drop = made.height - letters;
+    if (!format.line_multiple && format.line < 0) {
         made.height = px(-format.line);
         made.drop = above_base_line * made.height - line.ascent();
     }
@@ -156,14 +120,22 @@ void RichTextLayout::break_lines(const QTextBlock& block, const Column& column) 
     const rtf::ParagraphFormat& format = *data.format;
     QTextLayout& layout = *block.layout();
     layout.setPosition(QPointF(column.left, 0));
-    data.has_hanging_tabs = format.first != 0 && block.text().contains(QLatin1Char('\t'));
+    const bool has_tabs = block.text().contains(QLatin1Char('\t'));
+    data.has_hanging_tabs = format.first != 0 && has_tabs;
+    data.has_leaders =
+        has_tabs && std::any_of(format.tabs.begin(), format.tabs.end(),
+                                [](const rtf::TabStop& stop) { return stop.leader != rtf::TabLeader::none; });
+    const bool swollen = has_swollen_gaps(block);
     set_tabs(block, true);
     layout.beginLayout();
     for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
         const double left = px(format.left + (data.lines.empty() ? format.first : 0));
         line.setPosition(QPointF(left, 0));
         line.setLineWidth(std::max(column.width - left - px(format.right), px(least_width)));
-        data.lines.push_back(line_of(line, format));
+        if (has_tabs)
+            reach_far_tab(block, line);
+        const double gap = swollen ? gap_of(block, line) : std::max(line.leading(), 0.0);
+        data.lines.push_back(line_of(line, format, gap));
         if (data.lines.size() == 1 && data.has_hanging_tabs)
             set_tabs(block, false);
     }

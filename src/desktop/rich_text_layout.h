@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractTextDocumentLayout>
+#include <QHash>
 #include <QTextLayout>
 #include <QTextOption>
 #include <vector>
@@ -72,9 +73,10 @@ class RichTextLayout final : public QAbstractTextDocumentLayout {
 
     void lay_out();
     void break_lines(const QTextBlock& block, const Column& column) const;
-    void set_tabs(const QTextBlock& block, bool first_line) const;
-    QList<QTextOption::Tab> tabs_of(const rtf::ParagraphFormat& format, int left) const;
-    BlockData::Line line_of(const QTextLine& line, const rtf::ParagraphFormat& format) const;
+    BlockData::Line line_of(const QTextLine& line, const rtf::ParagraphFormat& format, double gap) const;
+    bool has_swollen_gaps(const QTextBlock& block) const;
+    double gap_of(const QTextBlock& block, const QTextLine& line) const;
+    double share_of(const QFont& font) const;
     Flow place_paragraph(const QTextBlock& block, const Column& column, Flow flow) const;
     void place_line(const QTextBlock& block, std::size_t index, Flow& flow) const;
     /// How many of the lines from `line` on go on the page that the flow is on.
@@ -102,7 +104,12 @@ class RichTextLayout final : public QAbstractTextDocumentLayout {
     QColor ground_of(int background, int shading) const;
     double px(double twips) const { return twips * unit_; }
 
-    // Painting is told in rich_text_painting.cpp, rows in rich_text_rows.cpp.
+    // Tabs are told in rich_text_tabs.cpp, rows in rich_text_rows.cpp, painting in rich_text_painting.cpp.
+    void set_tabs(const QTextBlock& block, bool first_line) const;
+    std::vector<rtf::TabStop> stops_of(const rtf::ParagraphFormat& format, int left) const;
+    rtf::TabStop stop_behind(const QTextBlock& block, const QTextLine& line, int position) const;
+    void reach_far_tab(const QTextBlock& block, QTextLine& line) const;
+    void draw_leaders(QPainter& painter, const QTextBlock& block, const QTextLine& line) const;
     void draw_grounds(QPainter& painter, const QRectF& part) const;
     void draw_block(QPainter& painter, const QTextBlock& block,
                     const QList<QTextLayout::FormatRange>& selections, const QRectF& part) const;
@@ -115,6 +122,7 @@ class RichTextLayout final : public QAbstractTextDocumentLayout {
     int default_tab_ = 720;
     bool widow_control_ = false;
     std::vector<QColor> colours_;
+    mutable QHash<QString, double> gap_shares_;
     QSizeF size_;
     std::vector<Page> pages_;
     std::vector<Rule> rules_;

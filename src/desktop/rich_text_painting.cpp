@@ -21,7 +21,10 @@ void RichTextLayout::draw_page(QPainter& painter, int page) {
                 continue;
             if (data.has_hanging_tabs)
                 set_tabs(block, at == 0);
-            layout.lineAt(static_cast<int>(at)).draw(&painter, layout.position());
+            const QTextLine line = layout.lineAt(static_cast<int>(at));
+            line.draw(&painter, layout.position());
+            if (data.has_leaders)
+                draw_leaders(painter, block, line);
         }
     }
     draw_rules(painter, part);
@@ -59,6 +62,9 @@ void RichTextLayout::draw_block(QPainter& painter, const QTextBlock& block,
     const BlockData& data = BlockData::of(block);
     if (!data.has_hanging_tabs || data.lines.size() < 2) {
         block.layout()->draw(&painter, QPointF(), selections, part);
+        if (data.has_leaders)
+            for (std::size_t at = 0; at < data.lines.size(); ++at)
+                draw_leaders(painter, block, block.layout()->lineAt(static_cast<int>(at)));
         return;
     }
     // The first line with its tabs, then the others with theirs.
@@ -73,6 +79,9 @@ void RichTextLayout::draw_block(QPainter& painter, const QTextBlock& block,
         painter.save();
         painter.setClipRect(lines, Qt::IntersectClip);
         block.layout()->draw(&painter, QPointF(), selections, lines);
+        for (int at = is_first ? 0 : 1; data.has_leaders && at < (is_first ? 1 : block.layout()->lineCount());
+             ++at)
+            draw_leaders(painter, block, block.layout()->lineAt(at));
         painter.restore();
     }
     set_tabs(block, true);
