@@ -24,8 +24,12 @@ RichTextLayout::RichTextLayout(QTextDocument* document, double unit)
 
 void RichTextLayout::set_source(const rtf::Document& source) {
     default_tab_ = source.default_tab;
-    widow_control_ = std::any_of(source.words.begin(), source.words.end(),
-                                 [](const rtf::KeptWord& word) { return word.name == "widowctrl"; });
+    const auto says = [&source](std::string_view name) {
+        return std::any_of(source.words.begin(), source.words.end(),
+                           [name](const rtf::KeptWord& word) { return word.name == name; });
+    };
+    widow_control_ = says("widowctrl");
+    larger_space_counts_ = says("htmautsp");
     colours_.clear();
     for (std::size_t index = 0; index < source.colours.size(); ++index)
         colours_.push_back(colour_of(source, static_cast<int>(index)));
@@ -179,6 +183,16 @@ void RichTextLayout::place_line(const QTextBlock& block, std::size_t index, Flow
     flow.y += line.height;
 }
 
+/// How much of the space before the paragraph stands behind the one above already.
+int RichTextLayout::space_shared_above(const QTextBlock& block) const {
+    const QTextBlock above = block.previous();
+    if (!larger_space_counts_ || !above.isValid() || BlockData::of(block).starts_page ||
+        BlockData::of(above).end != rtf::Paragraph::End::paragraph ||
+        BlockData::of(above).in_table != BlockData::of(block).in_table)
+        return 0;
+    return std::max(std::min(BlockData::of(above).format->after, BlockData::of(block).format->before), 0);
+}
+
 RichTextLayout::Flow RichTextLayout::place_paragraph(const QTextBlock& block, const Column& column,
                                                      Flow flow) const {
     break_lines(block, column);
@@ -188,7 +202,7 @@ RichTextLayout::Flow RichTextLayout::place_paragraph(const QTextBlock& block, co
                                     ? widow_control_
                                     : format.widow_control == rtf::WidowControl::on;
     data.place = QRectF();
-    flow.y += px(format.before) + room_above(block);
+    flow.y += px(format.before - space_shared_above(block)) + room_above(block);
 
     double whole = 0;
     for (const BlockData::Line& line : data.lines)

@@ -77,6 +77,7 @@ class RichTextLayout final : public QAbstractTextDocumentLayout {
     bool has_swollen_gaps(const QTextBlock& block) const;
     double gap_of(const QTextBlock& block, const QTextLine& line) const;
     double share_of(const QFont& font) const;
+    int space_shared_above(const QTextBlock& block) const;
     Flow place_paragraph(const QTextBlock& block, const Column& column, Flow flow) const;
     void place_line(const QTextBlock& block, std::size_t index, Flow& flow) const;
     /// How many of the lines from `line` on go on the page that the flow is on.
@@ -121,6 +122,8 @@ class RichTextLayout final : public QAbstractTextDocumentLayout {
     double inset_ = 0;
     int default_tab_ = 720;
     bool widow_control_ = false;
+    /// Between paragraphs, of the space after the one and before the other; else both do.
+    bool larger_space_counts_ = false;
     std::vector<QColor> colours_;
     mutable QHash<QString, double> gap_shares_;
     QSizeF size_;

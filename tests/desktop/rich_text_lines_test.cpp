@@ -80,6 +80,15 @@ TEST_F(RichTextLines, SetSmallCapitalsFourFifthsAsHigh) {
     EXPECT_NEAR(width(page.word("NNN1")), (3 * 0.722 + 0.5) * 240, 3) << "what isn't small stays";
 }
 
+TEST_F(RichTextLines, AreApartByTheLargerSpaceWhereTheSourceSaysSo) {
+    const std::string body = "\\sa200 one\\par\\pard\\sb480\\sa200 two\\par\\pard\\sb100 three";
+    PrintedPage page = print(body);
+    EXPECT_NEAR(page.word("two").top - page.word("one").top, 276 + 680, 3);
+    page = print("\\htmautsp " + body);
+    EXPECT_NEAR(page.word("two").top - page.word("one").top, 276 + 480, 3);
+    EXPECT_NEAR(page.word("three").top - page.word("two").top, 276 + 200, 3);
+}
+
 TEST_F(RichTextLines, HaveTheirGapAboveThem) {
     // The line gap of Times is 87 of 2048 parts of its size.
     EXPECT_NEAR(print("word").word("word").top, inch + 240.0 * 87 / 2048, 2);
