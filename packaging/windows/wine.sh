@@ -8,7 +8,7 @@ install_wine() {
     local mingw
     mingw=$(dirname "$($triple-g++-posix -print-file-name=libstdc++-6.dll)")
     export WINEPATH="Z:${mingw//\//\\};Z:\\usr\\$triple\\lib;Z:${cross//\//\\}\\qt\\inst\\bin"
-    if [ ! -f "$WINEPREFIX/whole" ]; then
+    if [ ! -f "$WINEPREFIX/with-desktop" ]; then
         say "Making a Windows for the tests"
         rm -rf "$WINEPREFIX"
         wineboot --init >/dev/null 2>&1 || fail "Wine could not be set up"
@@ -17,8 +17,14 @@ install_wine() {
         for font in Tahoma "Segoe UI" "MS Shell Dlg" "MS Shell Dlg 2"; do
             in_wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "$font" /d 'Liberation Sans' /f
         done >/dev/null 2>&1
+        # A desktop of Wine's own, so that windows come to the front as Windows brings them, whatever manages the
+        # windows around it.
+        {
+            in_wine reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d Default /f
+            in_wine reg add 'HKCU\Software\Wine\Explorer\Desktops' /v Default /d 1600x1200 /f
+        } >/dev/null 2>&1
         wineserver --wait
-        touch "$WINEPREFIX/whole"
+        touch "$WINEPREFIX/with-desktop"
     fi
 }
 

@@ -76,7 +76,7 @@ class DeskByHand {
         auto* const look = new QTimer(&patience_);
         QObject::connect(look, &QTimer::timeout, look, [look, act] {
             auto* const window = dynamic_cast<Window*>(QApplication::activeModalWidget());
-            if (!window || !window->isActiveWindow())
+            if (!window || !window->isActiveWindow() || window_with_focus() != window->windowHandle())
                 return;
             look->stop();
             look->deleteLater();
@@ -106,12 +106,18 @@ class DeskByHand {
         click(widget(screen, name));
         type(value);
     }
+    /// Until the keys go to a screen's window: where windows are the system's own, that takes a moment.
+    void await_focus(platform::Screen& screen) {
+        EXPECT_TRUE(wait_until([&] { return window_with_focus() == form(screen).windowHandle(); }))
+            << screen.name() << " doesn't come to the front";
+    }
     /// Opens a record screen by its button on the main menu, in a size that shows the form whole: without a
     /// display the screen is small.
     module::RecordEntry& open(const char* button, platform::Slot<module::RecordEntry> module::Module::*slot) {
         click(widget(module->Form1(), button));
         settle();
         module::RecordEntry& screen = ((*module).*slot)();
+        await_focus(screen);
         form(screen).resize(form(screen).wanted_size());
         settle();
         return screen;

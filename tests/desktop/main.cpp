@@ -14,5 +14,7 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("TOLVA"));
     QApplication::setQuitOnLastWindowClosed(false);
+    // What the hands type into is ours: a system's own file dialog is out of their reach.
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     return RUN_ALL_TESTS();
 }

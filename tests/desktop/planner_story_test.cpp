@@ -35,6 +35,7 @@ class PlannerStory : public testing::Test, protected DeskByHand {
     void open_planner() {
         click(widget(module->Form1(), "Command2"));
         settle();
+        await_focus(planner());
         make_room();
     }
     /// A customer screen with its first row open.
