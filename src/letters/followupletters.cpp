@@ -115,15 +115,12 @@ void followupletters::print_sold_letter() {
 /// In the listings' order for every kind, and with nothing for a postscript.
 void followupletters::print_merged(const dao::Recordset& customer) {
     rtf1.change().set_text_rtf(merge(rtf1.content().text_rtf(), customer, module_, "", TagOrder::listings));
-    const auto twips = [](const std::string& inches) {
-        return basic::leading_number(inches) * printing::twips_an_inch;
-    };
     const module::Settings& settings = module_.settings;
     platform::Printer& printer = module_.printer();
     printer.job_name = printing::customer_job("Letter", customer);
     printing::printrichtext(
         printer, rtf1.content(),
-        {twips(settings.lmargin), twips(settings.tmargin), twips(settings.rmargin), twips(settings.bmargin)});
+        printing::margins_in_inches(settings.lmargin, settings.tmargin, settings.rmargin, settings.bmargin));
 }
 
 } // namespace tolva::letters

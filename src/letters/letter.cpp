@@ -1,6 +1,5 @@
 #include "letters/letter.h"
 
-#include "basic/number.h"
 #include "basic/text.h"
 #include "letters/merge.h"
 #include "printing/page.h"
@@ -10,14 +9,6 @@ namespace tolva::letters {
 
 using basic::trim;
 using module::LetterMode;
-
-namespace {
-
-double twips(const platform::TextBox& inches) {
-    return basic::leading_number(inches.text) * printing::twips_an_inch;
-}
-
-} // namespace
 
 letter::letter(module::Module& module) : Screen(module.runtime, "letter", "Print Letters"), module_(module) {
     for (platform::TextBox* box : {&bottom_margin, &right_margin, &top_margin, &left_margin})
@@ -123,9 +114,9 @@ void letter::printletter() {
     platform::Printer& printer = module_.printer();
     printer.job_name = printing::customer_job("Letter", customers());
     // The margins are read anew for every letter.
-    printing::printrichtext(
-        printer, rtf1.content(),
-        {twips(left_margin), twips(top_margin), twips(right_margin), twips(bottom_margin)});
+    printing::printrichtext(printer, rtf1.content(),
+                            printing::margins_in_inches(left_margin.text, top_margin.text, right_margin.text,
+                                                        bottom_margin.text));
     load_letter(module_.letterfile);
 }
 

@@ -6,6 +6,7 @@
 #include "messages/generalmessagecreate.h"
 #include "messages/message_kind.h"
 #include "messages/open_record.h"
+#include "module/shared_routines.h"
 
 namespace tolva::messages {
 
@@ -23,10 +24,7 @@ generalmessage::generalmessage(module::Module& module)
 }
 
 void generalmessage::fill(const dao::Recordset& row) {
-    const auto shown = [&](const char* column) {
-        const dao::FieldValue value = row.field(column);
-        return value.is_null() ? std::string() : basic::trim(value.text());
-    };
+    const auto shown = [&](const char* column) { return module::shown_text(row.field(column)); };
     messagedate.caption = shown("messagedate");
     messagetime.caption = shown("messagetime");
     messagetext.text = shown("messagetext");

@@ -1,7 +1,7 @@
 #include "messages/poll.h"
 
-#include "basic/text.h"
 #include "messages/generalmessage.h"
+#include "module/shared_routines.h"
 
 namespace tolva::messages {
 
@@ -70,10 +70,7 @@ void print_todays_messages(module::Module& module) {
     printer.FontUnderline = false;
     printer.Print("");
     auto& set = *module.messageset;
-    const auto text = [&](const char* column) {
-        const dao::FieldValue value = set.field(column);
-        return value.is_null() ? std::string() : basic::trim(value.text());
-    };
+    const auto text = [&](const char* column) { return module::shown_text(set.field(column)); };
     for (set.MoveFirst(); !set.Eof(); set.MoveNext()) {
         printer.FontBold = true;
         printer.Print(text("messagetime"));

@@ -4,6 +4,7 @@
 #include "basic/text.h"
 #include "module/module.h"
 #include "module/option_lists.h"
+#include "module/shared_routines.h"
 
 namespace tolva::module {
 
@@ -89,7 +90,7 @@ void Module::loadpreferences() {
             settings.*column->counter = static_cast<std::int32_t>(value.number());
         else if (column->text)
             // A null from another program's hand is as good as an empty text here.
-            settings.*column->text = value.is_null() ? std::string() : basic::trim(value.text());
+            settings.*column->text = shown_text(value);
         else
             column->load(settings, value);
     }

@@ -1,5 +1,7 @@
 #include "module/shared_routines.h"
 
+#include <variant>
+
 #include "basic/run_time_error.h"
 #include "basic/text.h"
 
@@ -28,6 +30,12 @@ std::string lastdayofmonth(basic::Date date) {
     const basic::DateParts parts = basic::parts_of(date);
     return std::to_string(parts.month) + "/" + std::to_string(daysinmonth(date)) + "/" +
            std::to_string(parts.year);
+}
+
+std::string shown_text(const dao::FieldValue& value) {
+    if (const auto* text = std::get_if<std::string>(&value.raw()))
+        return basic::trim(*text);
+    return value.is_null() ? std::string() : basic::trim(value.text());
 }
 
 std::string filepartofpath(const std::string& path) {

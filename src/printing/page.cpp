@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "basic/number.h"
 #include "basic/run_time_error.h"
 
 namespace tolva::printing {
@@ -32,6 +33,14 @@ void printxy(platform::Printer& printer, double x, double y) {
 
 void printline(platform::Printer& printer, double x1, double y1, double x2, double y2) {
     printer.Line(twips(x1), twips(y1), twips(x2), twips(y2));
+}
+
+Margins margins_in_inches(const std::string& left, const std::string& top, const std::string& right,
+                          const std::string& bottom) {
+    const auto in_twips = [](const std::string& inches) {
+        return basic::leading_number(inches) * twips_an_inch;
+    };
+    return {in_twips(left), in_twips(top), in_twips(right), in_twips(bottom)};
 }
 
 void printrichtext(platform::Printer& printer, const rtf::RichText& text, const Margins& margins) {

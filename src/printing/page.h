@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "platform/host.h"
 #include "platform/printer.h"
 
@@ -19,6 +21,10 @@ void printline(platform::Printer& printer, double x1, double y1, double x2, doub
 struct Margins {
     double left, top, right, bottom;
 };
+
+/// Margins as boxes and settings tell them: inches, each by its leading number, so 0 where there is none.
+Margins margins_in_inches(const std::string& left, const std::string& top, const std::string& right,
+                          const std::string& bottom);
 
 /// Prints a rich text page by page between margins, as a job of its own. The blank that opens the job, and
 /// one after each new page, go out in the current font at the page's corner and are part of the output. A

@@ -1,6 +1,6 @@
 #include "printing/rows.h"
 
-#include "basic/text.h"
+#include "module/shared_routines.h"
 
 namespace tolva::printing {
 
@@ -13,8 +13,7 @@ std::string name_of(const dao::Recordset& customer) {
 } // namespace
 
 std::string stored_text(const dao::Recordset& row, const char* column) {
-    const dao::FieldValue value = row.field(column);
-    return value.is_null() ? std::string() : basic::trim(value.text());
+    return module::shown_text(row.field(column));
 }
 
 bool included(const dao::Recordset& customer) {

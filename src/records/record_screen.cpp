@@ -7,6 +7,7 @@
 #include "basic/text.h"
 #include "messages/generalmessagecreate.h"
 #include "module/option_lists.h"
+#include "module/shared_routines.h"
 
 namespace tolva::records {
 
@@ -146,10 +147,7 @@ void RecordScreen::grid1_Click() {
 }
 
 std::string RecordScreen::trimmed(const dao::Recordset& row, const char* column) {
-    const dao::FieldValue value = row.field(column);
-    if (const auto* text = std::get_if<std::string>(&value.raw()))
-        return basic::trim(*text);
-    return value.is_null() ? std::string() : basic::trim(value.text());
+    return module::shown_text(row.field(column));
 }
 
 std::string RecordScreen::price(const dao::Recordset& row, const char* column) {
