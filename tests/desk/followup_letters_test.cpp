@@ -277,6 +277,21 @@ TEST_F(FollowUpLetters, AFailureAheadOfTheFirstLetterIsNotCaught) {
     EXPECT_EQ(desk.messages().size(), 1u);
 }
 
+TEST_F(FollowUpLetters, OnceArmedTheTrapCatchesAFailureBetweenLettersToo) {
+    add_listing(1, {{"first", "Ann"}});
+    add_listing(2, {{"first", "Bob"}});
+    schedule(listing_letter, 1, make_date(2026, 11, 17));
+    Desk::add(*desk.module().messagedb, {{"messagetype", std::int64_t{listing_letter}},
+                                         {"messagedate", make_date(2026, 11, 18)},
+                                         {"letterpath", std::string("hello.rtf")}});
+    schedule(listing_letter, 2, make_date(2026, 11, 19));
+    run();
+    EXPECT_FALSE(desk.host.error.has_value());
+    EXPECT_EQ(printed(), (Texts{"Hello Ann", "Hello Bob"}));
+    EXPECT_EQ(last_box(), "2 Letters Printed");
+    EXPECT_TRUE(desk.messages().empty());
+}
+
 TEST_F(FollowUpLetters, RemindersAloneEndInTheEmptySecondPass) {
     schedule(4, 0, make_date(2026, 11, 19), "", "a reminder");
     run();
