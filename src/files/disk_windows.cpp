@@ -213,8 +213,11 @@ class WindowsDisk final : public FileSystem {
     }
 
     void rename(const std::string& from, const std::string& to) override {
-        const std::string source = resolve(from);
-        if (!::MoveFileExW(native(source).c_str(), native(with_slashes(to)).c_str(),
+        const std::string source = resolve(from), target = with_slashes(to), there = resolve(target);
+        // Not every system spells a name anew when the file that bears it is replaced.
+        if (name_of(there) != name_of(target) && there != source)
+            remove(there);
+        if (!::MoveFileExW(native(source).c_str(), native(target).c_str(),
                            MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
             fail_on(source, ::GetLastError());
     }
