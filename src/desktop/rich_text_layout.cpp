@@ -146,6 +146,14 @@ void RichTextLayout::break_lines(const QTextBlock& block, const Column& column) 
     layout.endLayout();
     if (data.has_hanging_tabs)
         set_tabs(block, true);
+    if (ends_page(block))
+        data.lines.back().height = 0;
+}
+
+/// Whether nothing stands behind the paragraph's last page break: its end doesn't go over to the next page.
+bool RichTextLayout::ends_page(const QTextBlock& block) const {
+    const BlockData& data = BlockData::of(block);
+    return page_height_ > 0 && !data.page_breaks.empty() && data.page_breaks.back() == block.length() - 2;
 }
 
 // --- Pages ---
@@ -231,7 +239,8 @@ RichTextLayout::Flow RichTextLayout::place_paragraph(const QTextBlock& block, co
                 next_page(flow);
         }
     }
-    flow.y += room_below(block) + px(format.after);
+    if (!ends_page(block))
+        flow.y += room_below(block) + px(format.after);
     return flow;
 }
 

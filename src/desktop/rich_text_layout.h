@@ -73,6 +73,7 @@ class RichTextLayout final : public QAbstractTextDocumentLayout {
 
     void lay_out();
     void break_lines(const QTextBlock& block, const Column& column) const;
+    bool ends_page(const QTextBlock& block) const;
     BlockData::Line line_of(const QTextLine& line, const rtf::ParagraphFormat& format, double gap) const;
     bool has_swollen_gaps(const QTextBlock& block) const;
     double gap_of(const QTextBlock& block, const QTextLine& line) const;

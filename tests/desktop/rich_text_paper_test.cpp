@@ -85,6 +85,15 @@ TEST_F(RichTextOnPaper, LosesNothingBehindSpacingHigherThanAPage) {
     EXPECT_EQ(printed[2].words.at(1).text, "four");
 }
 
+TEST_F(RichTextOnPaper, TakesNoEndOfAParagraphOverThePage) {
+    const auto printed = print("one\\page\\par two\\par\\pard\\sa400 three\\par\\page\\par\\pard four");
+    ASSERT_EQ(printed.size(), 3U);
+    EXPECT_NEAR(printed[1].word("two").top, printed[0].word("one").top, 2);
+    EXPECT_NEAR(printed[2].word("four").top, printed[0].word("one").top, 2);
+    EXPECT_NEAR(print("one\\page\\par\\par two").at(1).word("two").top, printed[0].word("one").top + 276, 2)
+        << "an empty paragraph of its own stays";
+}
+
 TEST_F(RichTextOnPaper, CountsCharactersAsTheTextDoes) {
     // Hidden text counts though it isn't seen, and a character beyond the first plane counts one.
     print("{\\v secret}\\u-10179?\\u-8704?\\page after");
