@@ -89,7 +89,8 @@ TEST(DeliveredHelp, IsThereAndSpeaksOfEveryPartOfTheMainMenu) {
     for (const char* part :
          {"Current Listings", "Prospects", "Homes Sold", "Address Book", "Daily Planner & To Do List",
           "Schedule Message", "Show Today's Messages", "Print Today's Messages", "Print Scheduled Letters",
-          "Word Processor", "Payment Calculator", "Graphs", "Preferences", "EXIT", "Change Default Printer"})
+          "Word Processor", "Payment Calculator", "Graphs", "Preferences", "EXIT", "Change Default Printer",
+          "PDF files"})
         EXPECT_NE(guide.find(part), std::string::npos) << part;
     desk.choose(desk.menu().mviewtutorial);
     const std::string tutorial = desk.module().instructions().rtf1.content().text();
