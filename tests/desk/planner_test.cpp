@@ -103,13 +103,22 @@ TEST_F(Planner, EveryWayOutSaves) {
     EXPECT_EQ(desk.host.shown.back().screen, "Form1");
 }
 
+TEST_F(Planner, TheProgramsEndSavesNothingOfTheDayOnShow) {
+    desk.type(screen().notes, "kept");
+    desk.choose(screen().m_save);
+    desk.type(screen().notes, "never saved");
+    desk.click(desk.menu().Command8);
+    EXPECT_TRUE(desk.host.ended);
+    EXPECT_EQ(stored(11, 20).daynotes, "kept");
+}
+
 TEST_F(Planner, ClearEmptiesTheBoxesAndTheFileFollowsWithTheNextSave) {
     desk.type(screen().timeperiod[0], "x");
     desk.type(screen().td[0], "y");
     desk.runtime().tick(screen().cb[0], 1);
     desk.choose(screen().m_save);
     desk.choose(screen().m_Clear);
-    EXPECT_TRUE(desk.host.boxes.size() == 1u) << "no question but the year's box";
+    EXPECT_EQ(desk.host.box_texts(), Texts{"Creating Planner Database"}) << "no question";
     EXPECT_EQ(screen().timeperiod[0].text, "");
     EXPECT_EQ(screen().cb[0].value, 0);
     EXPECT_EQ(stored(11, 20).appointments[0], "x");

@@ -96,6 +96,17 @@ TEST_F(WordProcessor, ShowsTheMainMenuOnEveryWayOut) {
     EXPECT_TRUE(desk.host.boxes.empty());
 }
 
+TEST_F(WordProcessor, TheProgramsEndAsksNothingAndSavesNothing) {
+    open("letter.rtf", letter_of("Hello"));
+    desk.runtime().edit(document().rtfText, [](rtf::RichText& content) { content.set_sel_text("more "); });
+    frame().place = platform::WindowPlace{10, 20, 3000, 4000};
+    desk.click(desk.menu().Command8);
+    EXPECT_TRUE(desk.host.ended);
+    EXPECT_TRUE(desk.host.boxes.empty());
+    EXPECT_EQ(file_content(letter("letter.rtf")), letter_of("Hello"));
+    EXPECT_TRUE(desk.host.user_settings.empty());
+}
+
 TEST_F(WordProcessor, NeverGivesANumberTwice) {
     desk.choose(frame().mnuFileNew);
     EXPECT_EQ(document().caption, "Document 2");
