@@ -99,15 +99,18 @@ BlockData::Line RichTextLayout::line_of(const QTextLine& line, const rtf::Paragr
     constexpr double single = 240;
     constexpr double above_base_line = 0.8;
     const double letters = line.ascent() + line.descent();
+    const double natural = letters + gap;
     BlockData::Line made;
-    made.height = letters + gap;
-    if (format.line_multiple && format.line > 0)
-        made.height *= format.line / single;
-    else if (!format.line_multiple && format.line > 0)
-        made.height = std::max(made.height, px(format.line));
-    // What a line has beyond its letters stands above them.
-    made.drop = made.height - letters;
-    if (!format.line_multiple && format.line < 0) {
+    made.height = natural;
+    made.drop = gap;
+    if (format.line_multiple && format.line > 0) {
+        // More stands below the letters, and what is less is missing above them.
+        made.height = natural * format.line / single;
+        made.drop += std::min(made.height - natural, 0.0);
+    } else if (!format.line_multiple && format.line > 0) {
+        made.height = std::max(natural, px(format.line));
+        made.drop = made.height - letters;
+    } else if (!format.line_multiple && format.line < 0) {
         made.height = px(-format.line);
         made.drop = above_base_line * made.height - line.ascent();
     }
@@ -194,7 +197,7 @@ void RichTextLayout::place_line(const QTextBlock& block, std::size_t index, Flow
 /// How much of the space before the paragraph stands behind the one above already.
 int RichTextLayout::space_shared_above(const QTextBlock& block) const {
     const QTextBlock above = block.previous();
-    if (!larger_space_counts_ || !above.isValid() || BlockData::of(block).starts_page ||
+    if (!larger_space_counts_ || !above.isValid() || BlockData::of(block).starts_page || ends_page(above) ||
         BlockData::of(above).end != rtf::Paragraph::End::paragraph ||
         BlockData::of(above).in_table != BlockData::of(block).in_table)
         return 0;

@@ -91,7 +91,10 @@ TEST_F(RichTextLines, AreApartByTheLargerSpaceWhereTheSourceSaysSo) {
 
 TEST_F(RichTextLines, HaveTheirGapAboveThem) {
     // The line gap of Times is 87 of 2048 parts of its size.
-    EXPECT_NEAR(print("word").word("word").top, inch + 240.0 * 87 / 2048, 2);
+    const double top = inch + 240.0 * 87 / 2048;
+    EXPECT_NEAR(print("word").word("word").top, top, 2);
+    EXPECT_NEAR(print("\\sl360\\slmult1 word").word("word").top, top, 2) << "half a line more is below";
+    EXPECT_NEAR(print("\\sl400 word").word("word").top, top + 400 - 276, 2) << "a least height is above";
 }
 
 } // namespace

@@ -92,6 +92,9 @@ TEST_F(RichTextOnPaper, TakesNoEndOfAParagraphOverThePage) {
     EXPECT_NEAR(printed[2].word("four").top, printed[0].word("one").top, 2);
     EXPECT_NEAR(print("one\\page\\par\\par two").at(1).word("two").top, printed[0].word("one").top + 276, 2)
         << "an empty paragraph of its own stays";
+    EXPECT_NEAR(print("\\htmautsp\\sa200\\page\\par\\pard\\sb480 two").at(1).word("two").top,
+                printed[0].word("one").top + 480, 2)
+        << "and no space of the page before counts";
 }
 
 TEST_F(RichTextOnPaper, CountsCharactersAsTheTextDoes) {
