@@ -13,9 +13,9 @@ class graph : public platform::Screen {
     explicit graph(module::Module& module);
 
     platform::Frame Frame1{*this, "Frame1", "Choose Beginning and Ending Month and Year"};
-    platform::ComboBox mon1{*this, "mon1"};
+    platform::ComboBox mon1{*this, "mon1", platform::ComboBox::Text::from_list};
     platform::TextBox year1{*this, "year1"};
-    platform::ComboBox mon2{*this, "mon2"};
+    platform::ComboBox mon2{*this, "mon2", platform::ComboBox::Text::from_list};
     platform::TextBox year2{*this, "year2"};
 
     /// The last one keeps the title of the one before; the captions over them tell them apart.

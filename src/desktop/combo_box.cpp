@@ -1,5 +1,7 @@
 #include "desktop/combo_box.h"
 
+#include <QAbstractItemView>
+#include <QKeyEvent>
 #include <QStyleOptionComboBox>
 #include <QWheelEvent>
 
@@ -32,6 +34,34 @@ QSize ComboBox::sizeHint() const {
 
 QSize ComboBox::minimumSizeHint() const {
     return sizeHint();
+}
+
+void ComboBox::keep_to_list() {
+    keeps_to_list_ = true;
+    edit_->setReadOnly(true);
+    edit_->setAttribute(Qt::WA_TransparentForMouseEvents);
+}
+
+void ComboBox::keyPressEvent(QKeyEvent* event) {
+    const QString letter = event->text();
+    if (!keeps_to_list_ || letter.isEmpty() || !letter[0].isLetterOrNumber()) {
+        QComboBox::keyPressEvent(event);
+        return;
+    }
+    for (int step = 1; step <= count(); ++step) {
+        const int entry = (currentIndex() + step) % count();
+        if (!itemText(entry).startsWith(letter, Qt::CaseInsensitive))
+            continue;
+        setCurrentIndex(entry);
+        return;
+    }
+}
+
+void ComboBox::mouseReleaseEvent(QMouseEvent* event) {
+    QComboBox::mouseReleaseEvent(event);
+    if (keeps_to_list_ && event->button() == Qt::LeftButton && rect().contains(event->pos()) &&
+        !view()->isVisible())
+        showPopup();
 }
 
 void ComboBox::wheelEvent(QWheelEvent* event) {

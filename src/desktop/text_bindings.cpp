@@ -123,6 +123,8 @@ void LinesBinding::put_selection(int start, int length, bool) {
 
 ComboBinding::ComboBinding(Form& form, platform::ComboBox& control)
     : TextBinding(form, control), combo_(control), box_(new ComboBox(&form)) {
+    if (control.allowed == platform::ComboBox::Text::from_list)
+        box_->keep_to_list();
     box_->edit().on_key = [this](int character) { user_typed(character); };
     box_->edit().on_click_over = [this] { click_over(); };
     QObject::connect(&box_->edit(), &QLineEdit::textChanged, box_,

@@ -59,10 +59,15 @@ class TextBox : public TextControl {
     Kind kind_;
 };
 
-/// A text box with a list to choose from; free text is welcome.
+/// A text box with a list to choose from; free text is welcome where nothing else is told.
 class ComboBox : public TextControl {
   public:
-    using TextControl::TextControl;
+    enum class Text { free, from_list };
+
+    ComboBox(Screen& screen, std::string name, Text allowed_ = Text::free)
+        : TextControl(screen, std::move(name)), allowed(allowed_) {}
+
+    const Text allowed;
 
     const std::vector<std::string>& items() const { return items_; }
     void add_item(std::string item) { items_.push_back(std::move(item)); }

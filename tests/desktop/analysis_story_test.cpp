@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <QClipboard>
+#include <QComboBox>
+
 #include "analysis/graph.h"
 #include "analysis/paymentcalculator.h"
 #include "desk_by_hand.h"
@@ -82,6 +85,31 @@ TEST_F(AnalysisStory, OfThreeChartsOverAYear) {
               }),
               QStringLiteral("Invalid Dates!"));
     EXPECT_EQ(told("chart1"), QStringLiteral("1/2026: 2, 11/2026: 1"));
+}
+
+TEST_F(AnalysisStory, OfMonthsThatAreChosenAndNeverMistyped) {
+    open_screen("Command6");
+    const auto month = [this] { return static_cast<QComboBox*>(widget(graph(), "mon1"))->currentText(); };
+    EXPECT_EQ(month(), QStringLiteral("November"));
+    type(QStringLiteral("m"));
+    EXPECT_EQ(month(), QStringLiteral("March"));
+    type(QStringLiteral("mx7"));
+    EXPECT_EQ(month(), QStringLiteral("May"));
+    press(Qt::Key_Backspace);
+    press(Qt::Key_Delete);
+    QGuiApplication::clipboard()->setText(QStringLiteral("Brumaire"));
+    press(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(month(), QStringLiteral("May"));
+    press(Qt::Key_Down);
+    EXPECT_EQ(static_cast<platform::ComboBox*>(graph().find("mon1"))->text, "June");
+    click(widget(graph(), "mon2"));
+    settle();
+    EXPECT_TRUE(static_cast<QComboBox*>(widget(graph(), "mon2"))->view()->isVisible());
+    press(Qt::Key_Up);
+    press(Qt::Key_Return);
+    settle();
+    EXPECT_EQ(static_cast<platform::ComboBox*>(graph().find("mon2"))->text, "October");
+    EXPECT_EQ(QApplication::focusWidget(), widget(graph(), "mon2"));
 }
 
 TEST_F(AnalysisStory, OfChartsOnPaperAfterAQuestion) {
