@@ -1,6 +1,6 @@
 #include "desktop/rich_text_fonts.h"
 
-#include <QFontDatabase>
+#include <QFontInfo>
 #include <QGlyphRun>
 #include <QRawFont>
 #include <QTextLayout>
@@ -56,6 +56,11 @@ const char* stand_in(const rtf::Font& font, const QString& name) {
     }
 }
 
+/// Asked of the toolkit's fonts in use, as its list of all fonts takes long to search.
+bool is_installed(const QString& family) {
+    return QFontInfo(QFont(QStringList(family))).family().compare(family, Qt::CaseInsensitive) == 0;
+}
+
 /// A number of two bytes in a font's table, or 0 behind its end.
 int number_at(const QByteArray& table, qsizetype at) {
     return at + 2 <= table.size() ? qFromBigEndian<qint16>(table.constData() + at) : 0;
@@ -68,7 +73,7 @@ QStringList families_for(const rtf::Font& font) {
     const QString name = to_qt(font.name);
     QStringList families;
     const auto add = [&families](const QString& family) {
-        if (!families.contains(family) && QFontDatabase::hasFamily(family))
+        if (!families.contains(family) && is_installed(family))
             families += family;
     };
     // What was read from a symbol font's bytes are characters that the font itself may not know.
