@@ -24,7 +24,8 @@ class followupletters : public platform::Screen {
     /// is not caught. Every due letter leaves the store, printed or not.
     void printfollowupletters();
 
-    /// Each merges what is in `rtf1` with the current row of its customers' set and prints it.
+    /// Each merges what is in `rtf1` with the current row of its customers' set and prints it between the
+    /// margins of the settings. Errors as for a letter of the letter screen.
     void print_listing_letter();
     void print_prospect_letter();
     void print_sold_letter();

@@ -25,7 +25,9 @@ class letter : public platform::Screen {
 
     void on_load() override;
 
-    /// Merges and prints the letter for the current row of the set that `lettermode` names.
+    /// Merges and prints the letter for the current row of the set that `lettermode` names. Error 53 when the
+    /// letter's file has gone, 94 for a null in a merged column, 482 when the printer fails or the margins
+    /// leave no room.
     void printletter();
 
   private:
