@@ -126,8 +126,11 @@ rtf::TabStop RichTextLayout::stop_behind(const QTextBlock& block, const QTextLin
     return {};
 }
 
-/// A tab may lead to a stop in the margin: the line then reaches as far.
+/// A tab may lead to a stop in the margin: the line then reaches as far. There is no margin on the screen,
+/// and what stood there couldn't be seen.
 void RichTextLayout::reach_far_tab(const QTextBlock& block, QTextLine& line) const {
+    if (page_height_ <= 0)
+        return;
     const int last = line.textStart() + line.textLength() - 1;
     const QString text = block.text();
     if (last < line.textStart() || last + 1 >= text.size() || text[last] != QLatin1Char('\t'))

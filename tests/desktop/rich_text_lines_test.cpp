@@ -1,5 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <QTextLayout>
+
+#include "desktop/rich_text_layout.h"
+#include "desktop/twip_device.h"
 #include "printed_pages.h"
 
 namespace tolva::desktop {
@@ -62,6 +66,21 @@ TEST_F(RichTextLines, ReachATabStopInTheMargin) {
     EXPECT_NEAR(page.word("12").right, inch + 9900, half_a_millimetre);
     EXPECT_NEAR(page.word("12").top, page.word("entry").top, 2);
     EXPECT_NEAR(page.word("next").top - page.word("entry").top, 276, 3);
+}
+
+TEST_F(RichTextLines, StayInAWindowThatIsNarrowerThanTheirTabs) {
+    rtf::RichText text;
+    text.load("{\\rtf1\\tqr\\tx6000 entry\\tab 12}");
+    TwipDevice paper;
+    QTextDocument document;
+    auto* const layout = new RichTextLayout(&document, 1);
+    layout->setPaintDevice(&paper);
+    document.setDocumentLayout(layout);
+    layout->set_source(text.document());
+    show_document(document, text.document(), 1);
+    layout->set_page(3000, 0);
+    EXPECT_EQ(document.begin().layout()->lineCount(), 2);
+    EXPECT_LE(document.begin().layout()->lineAt(0).width(), 3000);
 }
 
 TEST_F(RichTextLines, KernUnlessTheSourceSaysNo) {
