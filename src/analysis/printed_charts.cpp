@@ -41,11 +41,13 @@ void print_bar(platform::Printer& printer, const platform::Chart& chart, const p
     }
     // Only now it is sure on which page the line is.
     const double y = static_cast<double>(printer.CurrentY()) + bar_depth;
-    for (int stroke = 0; stroke<strokes_a_bar&& * bar.value> 0; ++stroke) {
-        const double at = y + stroke * stroke_step;
-        printer.Line(
-            bars_begin * printing::twips_a_millimetre, at,
-            (bars_begin + (bars_end - bars_begin) * *bar.value / most) * printing::twips_a_millimetre, at);
+    if (*bar.value > 0) {
+        const double end = bars_begin + (bars_end - bars_begin) * *bar.value / most;
+        for (int stroke = 0; stroke < strokes_a_bar; ++stroke) {
+            const double at = y + stroke * stroke_step;
+            printer.Line(bars_begin * printing::twips_a_millimetre, at, end * printing::twips_a_millimetre,
+                         at);
+        }
     }
     printing::printx(printer, values_begin);
     printer.Print(value_text(chart, *bar.value));

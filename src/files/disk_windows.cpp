@@ -213,13 +213,14 @@ class WindowsDisk final : public FileSystem {
     }
 
     void rename(const std::string& from, const std::string& to) override {
-        const std::string source = resolve(from), target = with_slashes(to), there = resolve(target);
-        // Not every system spells a name anew when the file that bears it is replaced.
-        if (name_of(there) != name_of(target) && there != source)
-            remove(there);
-        if (!::MoveFileExW(native(source).c_str(), native(target).c_str(),
-                           MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
-            fail_on(source, ::GetLastError());
+        const std::string source = resolve(from), target = with_slashes(to);
+        move(source, target);
+        // Not every system spells a name anew when the file that bears it is replaced; where none bears it,
+        // it is as told.
+        if (spelled(target) != name_of(target)) {
+            move(target, source);
+            move(source, target);
+        }
     }
 
     void make_folder(const std::string& path) override {
@@ -267,6 +268,12 @@ class WindowsDisk final : public FileSystem {
     }
 
   private:
+    static void move(const std::string& from, const std::string& to) {
+        if (!::MoveFileExW(native(from).c_str(), native(to).c_str(),
+                           MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+            fail_on(from, ::GetLastError());
+    }
+
     /// The last part of a path as its folder spells it; empty when it is not there.
     static std::string spelled(const std::string& path) {
         if (name_of(path).find_first_of("*?") != std::string::npos)
