@@ -184,8 +184,8 @@ TEST_F(WordProcessorStory, OfTextCarriedFromOneDocumentToAnother) {
     press(Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(content().text(), "Enter TextEnter Textplain words");
 
-    // The commands follow the window that is turned to, and a number is given once.
-    click(widget(first, "rtfText"), QPoint(5, 5));
+    // The commands follow the window that is turned to, here by its title bar, and a number is given once.
+    click(form(first).parentWidget(), QPoint(form(first).width() / 2, 8));
     settle();
     EXPECT_EQ(frame().active_document(), &first);
     EXPECT_EQ(title(), QStringLiteral("Document 1"));
