@@ -83,6 +83,7 @@ class Comparison:
         self.placed = sum(x <= MOST_ASIDE and y <= MOST_BELOW for x, y in zip(aside, below))
         self.dx, self.dy = max(aside, default=0), max(below, default=0)
         self.is_moved_aside = self.dx > MOST_ASIDE
+        self.is_moved_over = any(a.page != b.page for a, b in pairs)
         self.texts_differ = self.alike < ENOUGH * self.lines
         self.agrees = (self.our_pages == self.their_pages and not self.texts_differ and self.placed == self.alike)
         paired = {id(line) for pair in pairs for line in pair}
@@ -132,6 +133,8 @@ def causes(source, found):
         named.append('fields, shown as the source tells')
     if found.texts_differ and (SYMBOLS.search(found.astray) or lacks_font(found.missing)):
         named.append('letters that no font here has')
+    if found.is_moved_over and not re.search(r'\\wid(ow)?ct', source):
+        named.append('lone lines, taken over the page by LibreOffice')
     if 'http://' in found.astray:
         named.append('web addresses, not broken by LibreOffice')
     return named or ['other']
