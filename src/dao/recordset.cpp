@@ -185,10 +185,27 @@ void Recordset::settle(std::ptrdiff_t from, std::ptrdiff_t step) {
         visited_ = std::max(visited_, static_cast<std::size_t>(position_) + 1);
 }
 
-jet::RowId Recordset::current_row() const {
+std::optional<jet::RowId> Recordset::Bookmark() const {
     if (position_ < 0 || position_ >= size() || on_deleted_row())
-        throw RunTimeError(no_current_record);
+        return std::nullopt;
     return rows_[static_cast<std::size_t>(position_)];
+}
+
+bool Recordset::go_to(const jet::RowId& bookmark) {
+    for (std::ptrdiff_t place = 0; place < size(); ++place)
+        if (rows_[static_cast<std::size_t>(place)] == bookmark &&
+            !deleted_[static_cast<std::size_t>(place)]) {
+            drop_pending();
+            settle(place, 1);
+            return true;
+        }
+    return false;
+}
+
+jet::RowId Recordset::current_row() const {
+    if (const auto row = Bookmark())
+        return *row;
+    throw RunTimeError(no_current_record);
 }
 
 const jet::RowReader& Recordset::current_reader() const {

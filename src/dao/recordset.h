@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -72,6 +73,11 @@ class Recordset {
     void MoveLast();
     void MoveNext();
     void MovePrevious();
+
+    /// The current row, to come back to; nothing where there is none.
+    std::optional<jet::RowId> Bookmark() const;
+    /// Moves to the row of a bookmark. False, without a move, when the set doesn't have it (any more).
+    bool go_to(const jet::RowId& bookmark);
 
     /// The columns of the table behind the set, in the file's order.
     const jet::TableSchema& schema() const { return table_.schema(); }

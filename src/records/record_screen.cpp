@@ -69,6 +69,7 @@ void RecordScreen::createlists() {
 // --- The two modes ---
 
 void RecordScreen::showgridbuttons() {
+    row_.reset();
     for (const Mode& mode : modes_)
         mode.control.visible = mode.in_grid;
 }
@@ -190,6 +191,22 @@ void RecordScreen::rectoform() {
         if (!value.is_null())
             field.load(value);
     }
+    keep_row();
+}
+
+void RecordScreen::keep_row() {
+    row_ = set().Bookmark();
+    if (row_)
+        row_id_ = basic::number_to_text(basic::leading_number(trimmed(set(), "id")));
+}
+
+/// The set isn't the form's alone: labels that were printed have walked to its end, and a run of letters has
+/// put one of its own in its place. What is on show must not be stored over another customer.
+void RecordScreen::return_to_row() {
+    if (!row_ || set().Bookmark() == row_ || set().go_to(*row_))
+        return;
+    open("Select * from [table] where id = " + row_id_);
+    set().go_to(*row_);
 }
 
 bool RecordScreen::validate() {
@@ -207,6 +224,7 @@ bool RecordScreen::validate() {
 void RecordScreen::savelisting() {
     if (!validate())
         return;
+    return_to_row();
     set().Edit();
     formtorec();
     set().Update();
@@ -221,6 +239,7 @@ void RecordScreen::save_with_notice(const char* notice) {
 void RecordScreen::delete_record(const char* question) {
     if (module_.confirm(question) != 1)
         return;
+    return_to_row();
     set().Delete();
     showgridbuttons();
     gobacktogrid();
@@ -254,6 +273,7 @@ void RecordScreen::new_record() {
     set().Update();
     // From here the set holds the new record alone, so that further saves reach it; the view stays in force.
     open("Select * from [table] where id = " + basic::number_to_text(basic::leading_number(id.text)));
+    keep_row();
 }
 
 std::string RecordScreen::new_id_text() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -196,8 +197,13 @@ class RecordScreen : public module::RecordEntry {
     void quick_search();
     void complete_city(const CityFields& fields);
     void mark(int value);
+    void keep_row();
+    void return_to_row();
 
     std::vector<platform::Button*> navigation_;
+    /// The stored row that the form shows, and its id there.
+    std::optional<jet::RowId> row_;
+    std::string row_id_;
 };
 
 } // namespace tolva::records

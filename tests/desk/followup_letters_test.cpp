@@ -96,6 +96,22 @@ TEST_F(FollowUpLetters, EachTypeWritesToItsOwnTable) {
     EXPECT_EQ(last_box(), "3 Letters Printed");
 }
 
+TEST_F(FollowUpLetters, AFormOpenMeanwhileIsStoredInItsOwnRowAndNoOther) {
+    add_listing(1, {{"first", "Ann"}, {"datelisted", make_date(2026, 11, 1)}});
+    add_listing(2, {{"first", "Bob"}, {"datelisted", make_date(2026, 11, 2)}});
+    schedule(listing_letter, 2);
+    desk.click(desk.menu().Command9);
+    desk.runtime().click_row(desk.listings().grid1, 1);
+    desk.type(desk.listings().city, "Utica");
+    run();
+    ASSERT_EQ(printed(), Texts{"Hello Bob"});
+    desk.click(desk.listings().Command5);
+    EXPECT_EQ(listing("first", 0), "Ann");
+    EXPECT_EQ(listing("city", 0), "Utica");
+    EXPECT_EQ(listing("first", 1), "Bob");
+    EXPECT_EQ(listing("contacthistory", 1), "11/20/2026: Sent Letter\r\n");
+}
+
 TEST_F(FollowUpLetters, TwoLettersForOneCustomerLeaveTwoEntriesTheLaterOnTop) {
     add_listing(1, {{"first", "Ann"}});
     schedule(listing_letter, 1, make_date(2026, 11, 20), "hello.rtf", "the second", "9:00 AM");

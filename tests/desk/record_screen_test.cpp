@@ -439,7 +439,7 @@ TEST_F(RecordScreen, TheOptionListsFillTheComboBoxesOnEachLoad) {
     }
 }
 
-TEST_F(RecordScreen, ASetReplacedUnderAnOpenFormTakesTheNextSave) {
+TEST_F(RecordScreen, ASetReplacedUnderAnOpenFormTakesNoRowForAnother) {
     add_three();
     auto& screen = open();
     desk.runtime().click_row(screen.grid1, 1);
@@ -449,24 +449,46 @@ TEST_F(RecordScreen, ASetReplacedUnderAnOpenFormTakesTheNextSave) {
         desk.module().listingdb->OpenRecordset("select * from [table] where id=3 order by last");
     desk.type(screen.first, "Moved");
     desk.choose(screen.m_savelisting);
-    const auto stored = desk.stored_listings();
-    ASSERT_EQ(stored.size(), 3u);
-    EXPECT_EQ(stored[0].at("first"), "Ann");
-    int moved = 0;
-    for (const auto& row : stored)
-        moved += row.at("first") == "Moved" && row.at("id") == "1";
-    EXPECT_EQ(moved, 1) << "the row that stood there was overwritten, id and all";
+    std::vector<std::string> firsts;
+    for (const auto& row : desk.stored_listings())
+        firsts.push_back(row.at("first"));
+    EXPECT_EQ(firsts, (Cells{"Moved", "Bob", "Cid"}));
+    desk.module().listingset = desk.module().listingdb->OpenRecordset("select * from [table] where id=99");
+    desk.type(screen.first, "Ann");
+    desk.choose(screen.m_savelisting);
+    EXPECT_EQ(desk.stored_listings()[0].at("first"), "Ann");
+    EXPECT_FALSE(desk.host.error);
+
+    desk.module().listingset = desk.module().listingdb->OpenRecordset("select * from [table] where id=2");
+    desk.host.answers = {1};
+    desk.choose(screen.m_deletelisting);
+    ASSERT_EQ(desk.stored_listings().size(), 2u);
+    EXPECT_EQ(desk.stored_listings()[0].at("first"), "Bob");
 }
 
-TEST_F(RecordScreen, ASaveIntoAnEmptySetEndsTheProgram) {
+TEST_F(RecordScreen, ASetThatWasWalkedUnderAnOpenFormIsPutBackForItsSave) {
+    add_three();
+    auto& screen = open();
+    desk.runtime().click_row(screen.grid1, 2);
+    for (auto& set = *desk.module().listingset; !set.Eof();)
+        set.MoveNext();
+    desk.type(screen.first, "Rob");
+    desk.click(screen.Command8);
+    EXPECT_EQ(desk.stored_listings()[1].at("first"), "Rob");
+    EXPECT_EQ(screen.first.text, "Cid") << "and the walk goes on from there";
+}
+
+TEST_F(RecordScreen, ASaveOfARowThatIsGoneEndsTheProgram) {
     add_three();
     auto& screen = open();
     desk.runtime().click_row(screen.grid1, 1);
-    desk.module().listingset = desk.module().listingdb->OpenRecordset("select * from [table] where id=99");
+    desk.module().listingset = desk.module().listingdb->OpenRecordset("select * from [table] where id=1");
+    desk.module().listingset->Delete();
     desk.choose(screen.m_savelisting);
     ASSERT_TRUE(desk.host.error);
     EXPECT_EQ(desk.host.error->number, 3021);
     EXPECT_EQ(desk.host.error->text, "No current record.");
+    EXPECT_EQ(desk.stored_listings().size(), 2u);
 }
 
 TEST_F(RecordScreen, AClickOnAGridOverAnotherSetRunsPastItsEnd) {
