@@ -163,6 +163,29 @@ TEST_F(RecordsetTest, AnyMoveOnAnEmptySetFails) {
 
 // Reading.
 
+TEST_F(RecordsetTest, ABookmarkLeadsBackToItsRowInAnySetThatHasIt) {
+    const auto set = by_name();
+    set->MoveLast();
+    const auto last = set->Bookmark();
+    ASSERT_TRUE(last);
+    set->MoveNext();
+    EXPECT_FALSE(set->Bookmark()) << "no row stands behind the last one";
+    EXPECT_TRUE(set->go_to(*last));
+    EXPECT_EQ(id(*set), 1);
+    EXPECT_EQ(set->Bookmark(), last);
+
+    const auto others = open("select * from [table] where id > 1");
+    const int before = id(*others);
+    EXPECT_FALSE(others->go_to(*last));
+    EXPECT_EQ(id(*others), before);
+    const auto table = open("table");
+    table->MoveLast();
+    EXPECT_TRUE(table->go_to(*last));
+    table->Delete();
+    EXPECT_FALSE(table->go_to(*last));
+    EXPECT_FALSE(table->Bookmark()) << "nor on a deleted row";
+}
+
 TEST_F(RecordsetTest, NamesIgnoreLetterCaseAndMustExist) {
     const auto set = by_name();
     EXPECT_EQ(set->field("LAST").text(), "Adams");
