@@ -12,7 +12,7 @@
 namespace tolva::jet {
 namespace {
 
-constexpr std::size_t cache_bytes = std::size_t{64} << 20;
+constexpr std::size_t cache_bytes = std::size_t{128} << 20;
 
 /// Whoever wants a page this little behind the one before is walking, and gets so much read ahead.
 constexpr PageNumber longest_step = 8;
@@ -21,7 +21,8 @@ constexpr std::size_t ahead_bytes = std::size_t{128} << 10;
 } // namespace
 
 FilePager::FilePager(files::FileSystem& disk, const std::string& path, Access access)
-    : disk_(disk), path_(disk.behind_links(path)), journal_(disk, path_), clean_(cache_bytes / 4096) {
+    : disk_(disk), path_(disk.behind_links(path)), journal_(disk, path_),
+      clean_(cache_bytes / Page::largest) {
     open_file(access);
     const std::uint64_t size = read_only_ ? content_.size() : file_->size();
     check_length(path_, size);
@@ -104,8 +105,7 @@ PageRef FilePager::take_from_ahead(PageNumber page) const {
     const std::size_t size = format_->page_size;
     if (page < ahead_from_ || page - ahead_from_ >= ahead_.size() / size)
         return nullptr;
-    const auto begin = ahead_.begin() + static_cast<std::ptrdiff_t>((page - ahead_from_) * size);
-    return std::make_shared<Page>(begin, begin + static_cast<std::ptrdiff_t>(size));
+    return std::make_shared<Page>(std::span(ahead_).subspan((page - ahead_from_) * size, size));
 }
 
 PageRef FilePager::fetch(PageNumber page) const {

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "jet/pager.h"
+#include "jet/page.h"
 
 namespace tolva::jet {
 
@@ -14,6 +14,10 @@ class PageCache {
 
     /// Null when the page is not here.
     const PageRef& find(PageNumber page);
+    /// The same, which asks for nothing: the page may go as if nobody had looked.
+    const Page* glance(PageNumber page) const {
+        return page < slots_.size() ? slots_[page].content.get() : nullptr;
+    }
     void put(PageNumber page, PageRef content);
     void drop(PageNumber page);
     void clear();

@@ -1,21 +1,13 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <span>
 #include <string>
-#include <vector>
 
-#include "files/file_system.h"
 #include "jet/format.h"
+#include "jet/page.h"
 
 namespace tolva::jet {
-
-using PageNumber = std::uint32_t;
-using Page = std::vector<std::uint8_t>;
-
-/// A page as it stood when it was read; stays alive and unchanged while held, whatever is written since.
-using PageRef = std::shared_ptr<const Page>;
 
 /// Reads and changes whole pages of one file, and makes changes durable all together or not at all, with a
 /// rollback journal beside the file. Nothing else writes to an .mdb.
