@@ -113,32 +113,40 @@ std::span<const std::uint8_t> RowView::field(const Column& column) const {
             fail("ends before its column '" + column.name + "'");
         return bytes_.subspan(start, column.length);
     }
-    // From the end: the mask, the count, the jump table, the offsets from first to last, and where the last
-    // value ends.
+    if (trailer_.offsets == nullptr)
+        find_trailer(column);
+    if (column.variable_index >= trailer_.count)
+        return {};
+    const std::size_t start = offset(column.variable_index), end = offset(column.variable_index + 1u);
+    if (start > end || end > trailer_.last || start < width_)
+        fail("puts its column '" + column.name + "' outside itself");
+    return bytes_.subspan(start, end - start);
+}
+
+/// From the end: the mask, the count, the jump table, the offsets from first to last, and where the last
+/// value ends.
+void RowView::find_trailer(const Column& asking) const {
     const std::size_t tail = mask_size_ + width_;
     if (bytes_.size() < width_ + tail + width_)
-        fail("is too short for its column '" + column.name + "'");
+        fail("is too short for its column '" + asking.name + "'");
     const std::uint8_t* const count_at = bytes_.data() + bytes_.size() - tail;
     const std::size_t count = number(count_at);
     const std::size_t jumps = format_->row.jump_table ? jumps_of_row(bytes_.size()) : 0;
-    const std::size_t trailer = tail + jumps + width_ * (count + 1);
-    if (bytes_.size() < width_ + trailer)
+    const std::size_t size = tail + jumps + width_ * (count + 1);
+    if (bytes_.size() < width_ + size)
         fail("claims " + std::to_string(count) + " variable columns");
-    if (column.variable_index >= count)
-        return {};
-    const std::uint8_t* const offsets = count_at - jumps;
-    const std::size_t last = bytes_.size() - trailer;
+    const std::size_t last = bytes_.size() - size;
     const std::size_t real_jumps = std::min(jumps, last / jump_distance);
-    const std::span<const std::uint8_t> passed(count_at - real_jumps, real_jumps);
-    const auto offset = [&](std::size_t i) {
-        const auto jumps_before =
-            std::count_if(passed.begin(), passed.end(), [&](auto at) { return at <= i; });
-        return number(offsets - width_ * (i + 1)) + jump_distance * static_cast<std::size_t>(jumps_before);
-    };
-    const std::size_t start = offset(column.variable_index), end = offset(column.variable_index + 1u);
-    if (start > end || end > last || start < width_)
-        fail("puts its column '" + column.name + "' outside itself");
-    return bytes_.subspan(start, end - start);
+    trailer_ = {count_at - jumps, count, last, {count_at - real_jumps, real_jumps}};
+}
+
+std::size_t RowView::offset(std::size_t variable_column) const {
+    const std::size_t stored = number(trailer_.offsets - width_ * (variable_column + 1));
+    if (trailer_.jumps.empty())
+        return stored;
+    const auto passed = std::count_if(trailer_.jumps.begin(), trailer_.jumps.end(),
+                                      [&](auto at) { return at <= variable_column; });
+    return stored + jump_distance * static_cast<std::size_t>(passed);
 }
 
 Value decode_field(const Pager& pager, PageNumber where, const Column& column,

@@ -29,8 +29,18 @@ class RowView {
     const Format& format() const { return *format_; }
 
   private:
+    /// What the row's end tells of its variable columns.
+    struct Trailer {
+        const std::uint8_t* offsets = nullptr; ///< behind the first one; null before it has been looked at
+        std::size_t count = 0;                 ///< of variable columns
+        std::size_t last = 0;                  ///< where their values end at most
+        std::span<const std::uint8_t> jumps;
+    };
+
     [[noreturn]] void fail(const std::string& reason) const;
     std::size_t number(const std::uint8_t* at) const;
+    void find_trailer(const Column& asking) const;
+    std::size_t offset(std::size_t variable_column) const;
 
     const Pager* pager_;
     const Format* format_;
@@ -40,6 +50,7 @@ class RowView {
     std::size_t columns_ = 0;
     const std::uint8_t* mask_ = nullptr;
     std::size_t mask_size_ = 0;
+    mutable Trailer trailer_;
 };
 
 /// A stored field as a value; not for long values. Error 3049 when its size is not its type's.

@@ -88,11 +88,18 @@ std::uint8_t byte_of(std::u16string_view page, char16_t unit) {
 
 /// Where plain ASCII ends, at the end of the text or at a byte that is zero or no ASCII.
 const std::uint8_t* end_of_ascii(const std::uint8_t* at, const std::uint8_t* end) {
-    constexpr std::uint64_t lows = 0x0101'0101'0101'0101, highs = lows << 7;
-    for (std::uint64_t eight; end - at >= 8; at += 8) {
-        std::memcpy(&eight, at, sizeof eight);
-        if (((eight - lows) | eight) & highs)
-            break; // a byte with its high bit, or one that a zero borrowed from
+    // Eight at a time, the last of them perhaps anew.
+    const auto eight_are_plain = [](const std::uint8_t* from) {
+        constexpr std::uint64_t lows = 0x0101'0101'0101'0101, highs = lows << 7;
+        std::uint64_t eight;
+        std::memcpy(&eight, from, sizeof eight);
+        return (((eight - lows) | eight) & highs) == 0; // no high bit, and no zero that borrowed
+    };
+    if (end - at >= 8) {
+        while (end - at >= 8 && eight_are_plain(at))
+            at += 8;
+        if (end - at < 8 && eight_are_plain(end - 8))
+            return end;
     }
     while (at != end && *at != 0 && *at < upper_half)
         ++at;
