@@ -156,6 +156,23 @@ void compare_queries(const std::string& folder, int rows) {
         });
     require(ours == theirs && ours > 0, "the two queries give different rows");
 
+    compare(
+        "search_screen", 7,
+        [&] {
+            const auto set =
+                store.file->OpenRecordset("select * from [table] where (last like '*smi*' or co_last like "
+                                          "'*smi*') and city like '**' order by last, first");
+            for (ours = 0; !set->Eof(); set->MoveNext(), ++ours)
+                for (const char* column : {"id", "last", "first", "city"})
+                    static_cast<void>(set->field(column));
+        },
+        [&] {
+            theirs = static_cast<long>(
+                peer.count("select id, last, first, city from t where (last like '%smi%' or co_last like "
+                           "'%smi%') and city like '%%' order by last collate nocase, first collate nocase"));
+        });
+    require(ours == theirs && ours > 0, "the two searches give different rows");
+
     constexpr int lookups = 1000;
     compare(
         "one_row_by_id", 5,
