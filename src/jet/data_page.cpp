@@ -57,6 +57,16 @@ std::span<const std::uint8_t> DataPageView::record(std::size_t slot) const {
     return bytes_.subspan(start, end - start);
 }
 
+std::span<const std::uint8_t> DataPageView::likely_record(const Format& format, const Page& page,
+                                                          std::size_t slot) {
+    const auto offset = [&](std::size_t of) -> std::size_t {
+        return get16(page.data() + format.data.slots + 2 * of) & format.data.offset_mask;
+    };
+    const std::size_t end = std::min(slot == 0 ? page.size() : offset(slot - 1), page.size());
+    const std::size_t start = std::min(offset(slot), end);
+    return std::span(page).subspan(start, end - start);
+}
+
 std::uint32_t DataPageView::owner() const {
     return get32(bytes_.data() + format_->data.owner);
 }

@@ -57,6 +57,10 @@ class DataPageView {
 
     std::size_t offset(std::size_t slot) const { return raw(slot) & format_->data.offset_mask; }
 
+    /// Where a record seems to stand on a page that nobody has looked at yet: for hints only.
+    static std::span<const std::uint8_t> likely_record(const Format& format, const Page& page,
+                                                       std::size_t slot);
+
   private:
     std::uint16_t raw(std::size_t slot) const;
 

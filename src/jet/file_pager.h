@@ -40,6 +40,8 @@ class FilePager final : public Pager {
     const std::string& path() const override { return path_; }
     PageNumber page_count() const override { return page_count_; }
     PageRef read(PageNumber page) const override;
+    /// The page as it is stored, where it happens to be in memory; else null. For hints only.
+    const Page* glance(PageNumber page) const { return clean_.glance(page); }
     std::span<std::uint8_t> modify(PageNumber page) override;
     PageNumber append() override;
     void begin_statement() override;

@@ -5,6 +5,7 @@
 #include "basic/run_time_error.h"
 #include "jet/damage.h"
 #include "jet/long_value.h"
+#include "jet/prefetch.h"
 
 namespace tolva::jet {
 
@@ -52,6 +53,9 @@ bool TableScan::next_page() {
     if (place_ == pages_.size())
         return false;
     number_ = pages_[place_++];
+    if (place_ < pages_.size())
+        if (const Page* coming = table_.pager_.glance(pages_[place_]))
+            prefetch(*coming);
     // Whoever goes on after an error here goes on with the page behind this one.
     view_.reset();
     page_ = table_.pager_.read(number_);

@@ -7,6 +7,7 @@
 #include "basic/text.h"
 #include "jet/bytes.h"
 #include "jet/damage.h"
+#include "jet/prefetch.h"
 #include "jet/stored_row.h"
 #include "jet/text_order.h"
 #include "jet/usage_map.h"
@@ -105,6 +106,17 @@ Record StoredTable::find_row(RowId id) const {
 
 bool StoredTable::exists(RowId id) const {
     return find_row(id).page != nullptr;
+}
+
+void StoredTable::expect(std::span<const RowId> coming) const {
+    // First where the page tells of its records, and some rows later, when that has come, the record.
+    constexpr std::size_t pages_ahead = 7, records_ahead = 3;
+    if (coming.size() > pages_ahead)
+        if (const Page* page = pager_.glance(coming[pages_ahead].page))
+            prefetch(std::span(*page).first(pager_.format().data.slots));
+    if (coming.size() > records_ahead)
+        if (const Page* page = pager_.glance(coming[records_ahead].page))
+            prefetch(DataPageView::likely_record(pager_.format(), *page, coming[records_ahead].slot));
 }
 
 std::unique_ptr<RowSeeker> StoredTable::reader(RowId id) const {
@@ -223,9 +235,13 @@ StoredTable::rows_named(const std::function<std::vector<RowId>()>& look) const {
     for (RowId& row : rows)
         row = id_at(row.page, row.slot);
     std::sort(rows.begin(), rows.end());
-    if (std::adjacent_find(rows.begin(), rows.end()) != rows.end() ||
-        !std::all_of(rows.begin(), rows.end(), [this](RowId row) { return exists(row); }))
+    if (std::adjacent_find(rows.begin(), rows.end()) != rows.end())
         return std::nullopt;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        expect(std::span(rows).subspan(i + 1));
+        if (!exists(rows[i]))
+            return std::nullopt;
+    }
     return rows;
 }
 

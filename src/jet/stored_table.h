@@ -32,6 +32,7 @@ class StoredTable final : public Table {
 
     Row read(RowId id) const override;
     bool exists(RowId id) const override;
+    void expect(std::span<const RowId> coming) const override;
     std::unique_ptr<RowSeeker> reader(RowId id) const override;
     std::unique_ptr<RowCursor> scan() const override;
     std::vector<RowId> find(std::size_t index, std::span<const Value> values) const override;

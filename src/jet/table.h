@@ -88,6 +88,9 @@ class Table {
     /// Error 3167 when the row is gone.
     virtual Row read(RowId id) const = 0;
     virtual bool exists(RowId id) const = 0;
+    /// Tells which rows a walk will go to next, in that order, so that it need not wait for each. Nothing but
+    /// a hint.
+    virtual void expect(std::span<const RowId> coming) const { static_cast<void>(coming); }
     /// A reader on one row, error 3167 when it is gone.
     virtual std::unique_ptr<RowSeeker> reader(RowId id) const = 0;
     virtual std::unique_ptr<RowCursor> scan() const = 0;

@@ -98,7 +98,9 @@ void visit_rows(const std::optional<Condition>& where, const jet::Table& table, 
             rows = find_possible(*where, table);
         if (rows) {
             std::unique_ptr<jet::RowSeeker> reader;
-            for (const jet::RowId id : *rows) {
+            for (std::size_t place = 0; place < rows->size(); ++place) {
+                const jet::RowId id = (*rows)[place];
+                table.expect(std::span(*rows).subspan(place + 1));
                 if (reader)
                     reader->go_to(id);
                 else
