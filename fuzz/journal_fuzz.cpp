@@ -15,7 +15,7 @@ using namespace tolva;
 const std::string path = "fuzz.mdb", journal_path = "fuzz.mdb-journal";
 
 // Where a journal keeps what seals it.
-constexpr std::size_t salt_at = 40, header_sum_at = 52, header_size = 60;
+constexpr std::size_t salt_at = 48, header_sum_at = 460, header_size = 468;
 constexpr std::size_t record_sum_at = 4, record_sealed_at = 12, record_head = 44;
 constexpr std::size_t record_size = record_head + jet::Journal::block_size;
 
@@ -44,7 +44,7 @@ void put(std::uint8_t* at, std::uint64_t value) {
 void seal(files::Bytes& journal) {
     if (journal.size() < header_size)
         return;
-    std::memcpy(journal.data(), "TOLVA journal 3\n", 16);
+    std::memcpy(journal.data(), "TOLVA journal 4\n", 16);
     const std::uint64_t salt = number(journal.data() + salt_at, 8);
     for (std::size_t at = jet::Journal::block_size; at + record_size <= journal.size(); at += record_size)
         put(journal.data() + at + record_sum_at,

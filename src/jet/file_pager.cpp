@@ -282,7 +282,7 @@ void FilePager::commit() {
     clean_.drop(0); // its commit bytes
     stored_count_ = page_count_;
     was_cut_short_ = false;
-    journal_.sync_removal();
+    journal_.sync_end();
 }
 
 void FilePager::put_into_file() {
@@ -302,12 +302,7 @@ void FilePager::put_into_file() {
     }
     try {
         write_pages();
-        try {
-            journal_.remove();
-        } catch (const basic::RunTimeError&) {
-            if (journal_.exists())
-                throw; // else it is gone whatever the system said
-        }
+        journal_.end();
     } catch (const basic::RunTimeError& error) {
         const std::string text = error.text();
         try {

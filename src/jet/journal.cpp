@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <random>
+#include <utility>
 
 #include "basic/run_time_error.h"
 #include "files/path.h"
@@ -12,11 +13,17 @@
 namespace tolva::jet {
 namespace {
 
-constexpr char magic[] = "TOLVA journal 3\n"; // 16 characters
+constexpr char magic[] = "TOLVA journal 4\n"; // 16 characters
 constexpr std::size_t magic_size = sizeof magic - 1;
-/// Both lengths, the sum of the rest, the salt, the number of records; behind them the header's own sum.
-constexpr std::size_t fields_size = magic_size + 8 + 8 + 8 + 8 + 4;
+/// How many blocks a header names: it has to fit into one sector, so that a device writes all of it or
+/// nothing.
+constexpr std::uint32_t most_named = 100;
+/// Both lengths, the sums of the rest and of the old blocks, the salt, the number of records, the names;
+/// behind them the header's own sum.
+constexpr std::size_t names_at = magic_size + 8 + 8 + 8 + 8 + 8 + 4;
+constexpr std::size_t fields_size = names_at + 4 * most_named;
 constexpr std::size_t header_size = fields_size + 8;
+static_assert(header_size <= Journal::sector_size);
 
 constexpr std::size_t sectors_of_block = Journal::block_size / Journal::sector_size;
 /// Block number, checksum of all that follows, sums of the sectors.
@@ -29,6 +36,16 @@ constexpr std::uint32_t most_rest_blocks = 256;
 std::uint64_t new_salt() {
     std::random_device source;
     return static_cast<std::uint64_t>(source()) << 32 | source();
+}
+
+/// A longer one is not kept between commits, because of the room that it takes.
+constexpr std::uint64_t longest_kept = std::uint64_t{1} << 20;
+
+/// Whether nothing stands where the header belongs.
+bool is_blank(const files::File& file) {
+    files::Bytes bytes(header_size);
+    bytes.resize(file.read(0, bytes));
+    return std::all_of(bytes.begin(), bytes.end(), [](std::uint8_t byte) { return byte == 0; });
 }
 
 /// A block of a file; what lies beyond its end is zeros.
@@ -78,6 +95,16 @@ Journal::Journal(files::FileSystem& disk, const std::string& database_path)
     : disk_(disk), path_(database_path + "-journal"),
       folder_(files::folder_of(files::with_slashes(database_path))) {}
 
+Journal::~Journal() {
+    if (!kept_)
+        return;
+    try {
+        remove();
+    } catch (...) {
+        // The next opening sweeps it away.
+    }
+}
+
 bool Journal::exists() const {
     return disk_.exists_exactly(path_);
 }
@@ -105,27 +132,43 @@ std::unique_ptr<files::File> Journal::open() const {
     return disk_.open(path_, files::OpenMode::read);
 }
 
-void Journal::write(const files::File& database, const Change& change) {
+std::unique_ptr<files::File> Journal::start() {
+    if (kept_ && exists()) {
+        auto file = disk_.open(path_, files::OpenMode::read_write);
+        if (is_blank(*file))
+            return file;
+    }
+    kept_ = false;
     if (exists()) {
         // Left by a commit that failed. It must be gone for good before another takes its name, or a cut
         // could mix the two.
         remove();
         sync_removal();
     }
-    const auto file = disk_.open(path_, files::OpenMode::create_new);
+    return disk_.open(path_, files::OpenMode::create_new);
+}
+
+void Journal::write(const files::File& database, const Change& change) {
+    const auto file = start();
+    const bool is_new = !kept_;
+    kept_ = false;
     Header header;
     header.old_length = database.size();
     header.new_length = change.new_length;
     header.salt = new_salt();
     header.blocks = static_cast<std::uint32_t>(change.blocks.size());
     header.rest_sum = sum_of_rest(database, header, change.blocks, rest_);
+    header.old_sum = header.salt;
+    if (header.blocks <= most_named)
+        header.named = change.blocks;
     for (const std::uint32_t block : change.blocks)
         rest_.erase(block);
 
-    // The header's place is taken now, blank: filling it later changes nothing but the device's blocks.
-    files::Bytes batch(block_size);
+    // The header's place is taken ahead of the records, blank: filling it later changes nothing but the
+    // device's blocks.
+    files::Bytes batch(is_new ? block_size : 0);
     constexpr std::size_t batch_limit = 64 * record_size;
-    std::uint64_t written = 0;
+    std::uint64_t written = is_new ? 0 : block_size;
     const auto flush = [&] {
         file->write(written, batch);
         written += batch.size();
@@ -133,6 +176,7 @@ void Journal::write(const files::File& database, const Change& change) {
     };
     for (const std::uint32_t block : change.blocks) {
         files::Bytes content = read_block(database, block);
+        header.old_sum = mixed(header.old_sum, checksum(block, content));
         batch.resize(batch.size() + record_size);
         std::uint8_t* record = batch.data() + batch.size() - record_size;
         put32(record, block);
@@ -145,11 +189,13 @@ void Journal::write(const files::File& database, const Change& change) {
             flush();
     }
     flush();
-    file->sync();
+    if (header.named.empty())
+        file->sync();
 
     write_header(*file, header);
     file->sync();
-    disk_.sync_folder(folder_);
+    if (is_new)
+        disk_.sync_folder(folder_);
 }
 
 void Journal::write_header(files::File& file, const Header& header) const {
@@ -159,27 +205,33 @@ void Journal::write_header(files::File& file, const Header& header) const {
     put64(at + magic_size, header.old_length);
     put64(at + magic_size + 8, header.new_length);
     put64(at + magic_size + 16, header.rest_sum);
-    put64(at + magic_size + 24, header.salt);
-    put32(at + magic_size + 32, header.blocks);
+    put64(at + magic_size + 24, header.old_sum);
+    put64(at + magic_size + 32, header.salt);
+    put32(at + magic_size + 40, header.blocks);
+    for (std::size_t i = 0; i < header.named.size(); ++i)
+        put32(at + names_at + 4 * i, header.named[i]);
     put64(at + fields_size, checksum(header.salt, std::span(at, fields_size)));
     file.write(0, bytes);
 }
 
 bool Journal::read_header(const files::File& file, Header& header) const {
+    if (is_blank(file))
+        return false;
     files::Bytes bytes(header_size);
     const std::size_t got = file.read(0, bytes);
-    if (std::all_of(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(got),
-                    [](std::uint8_t byte) { return byte == 0; }))
-        return false;
     const std::uint8_t* at = bytes.data();
     header.old_length = get64(at + magic_size);
     header.new_length = get64(at + magic_size + 8);
     header.rest_sum = get64(at + magic_size + 16);
-    header.salt = get64(at + magic_size + 24);
-    header.blocks = get32(at + magic_size + 32);
+    header.old_sum = get64(at + magic_size + 24);
+    header.salt = get64(at + magic_size + 32);
+    header.blocks = get32(at + magic_size + 40);
     if (got != header_size || std::memcmp(at, magic, magic_size) != 0 ||
         get64(at + fields_size) != checksum(header.salt, std::span(at, fields_size)))
         damaged(path_, 0, "this is no journal of ours, or its header is damaged");
+    if (header.blocks <= most_named)
+        for (std::uint32_t i = 0; i < header.blocks; ++i)
+            header.named.push_back(get32(at + names_at + 4 * i));
     return true;
 }
 
@@ -190,20 +242,27 @@ Journal::Header Journal::whole_header(const files::File& file) const {
     return header;
 }
 
-Journal::Record Journal::read_record(const files::File& file, const Header& header,
-                                     std::uint32_t place) const {
+std::string Journal::read_record(const files::File& file, const Header& header, std::uint32_t place,
+                                 Record& record) const {
     files::Bytes bytes(record_size);
-    const auto page = place + 1; // counted like the header's
     if (file.read(block_size + std::uint64_t{place} * record_size, bytes) != record_size)
-        damaged(path_, page, "the journal ends before this record does");
-    Record record;
+        return "the journal ends before this record does";
     record.block = get32(bytes.data());
     if (get64(bytes.data() + 4) != checksum(header.salt + record.block, std::span(bytes).subspan(12)) ||
         std::uint64_t{record.block} * block_size >= header.old_length)
-        damaged(path_, page, "this record of the journal does not agree with its checksum");
+        return "this record of the journal does not agree with its checksum";
+    record.new_sums.clear();
     for (std::size_t i = 0; i < sectors_of_block; ++i)
         record.new_sums.push_back(get32(bytes.data() + 12 + 4 * i));
     record.content.assign(bytes.begin() + record_head, bytes.end());
+    return {};
+}
+
+Journal::Record Journal::whole_record(const files::File& file, const Header& header,
+                                      std::uint32_t place) const {
+    Record record;
+    if (const std::string fault = read_record(file, header, place, record); !fault.empty())
+        damaged(path_, place + 1, fault); // counted like the header's place
     return record;
 }
 
@@ -221,10 +280,29 @@ void Journal::check_sectors(const files::File& database, const Header& header, c
     }
 }
 
+bool Journal::is_whole(const files::File& file, const Header& header) const {
+    Record record;
+    for (std::uint32_t place = 0; place < header.blocks; ++place)
+        if (!read_record(file, header, place, record).empty())
+            return false;
+    return true;
+}
+
+bool Journal::is_untouched(const files::File& database, const Header& header) {
+    if (header.named.empty() || database.size() != header.old_length)
+        return false;
+    std::uint64_t sum = header.salt;
+    for (const std::uint32_t block : header.named)
+        sum = mixed(sum, checksum(block, read_block(database, block)));
+    BlockSums as_it_stands;
+    return sum == header.old_sum &&
+           sum_of_rest(database, header, header.named, as_it_stands) == header.rest_sum;
+}
+
 Journal::State Journal::inspect(const files::File& database) const {
     const auto file = open();
     Header header;
-    if (!read_header(*file, header))
+    if (!read_header(*file, header) || (!is_whole(*file, header) && is_untouched(database, header)))
         return State::never_began;
     const std::uint64_t length = database.size();
     if (length < header.old_length || length > header.new_length)
@@ -232,7 +310,7 @@ Journal::State Journal::inspect(const files::File& database) const {
                 "the file ends here, which the journal '" + path_ + "' denies: it belongs to another file");
     std::vector<std::uint32_t> blocks;
     for (std::uint32_t place = 0; place < header.blocks; ++place) {
-        const Record record = read_record(*file, header, place);
+        const Record record = whole_record(*file, header, place);
         blocks.push_back(record.block);
         check_sectors(database, header, record);
     }
@@ -250,7 +328,7 @@ void Journal::roll_back(files::File& database) const {
     const auto file = open();
     const Header header = whole_header(*file);
     for (std::uint32_t place = 0; place < header.blocks; ++place) {
-        const Record record = read_record(*file, header, place);
+        const Record record = whole_record(*file, header, place);
         const std::uint64_t at = std::uint64_t{record.block} * block_size;
         const std::uint64_t size = std::min<std::uint64_t>(block_size, header.old_length - at);
         database.write(at, std::span(record.content.data(), size));
@@ -265,14 +343,44 @@ void Journal::roll_back(files::Bytes& content) const {
     const Header header = whole_header(*file);
     content.resize(header.old_length);
     for (std::uint32_t place = 0; place < header.blocks; ++place) {
-        const Record record = read_record(*file, header, place);
+        const Record record = whole_record(*file, header, place);
         const std::size_t at = std::size_t{record.block} * block_size;
         std::copy_n(record.content.begin(), std::min(block_size, content.size() - at),
                     content.begin() + static_cast<std::ptrdiff_t>(at));
     }
 }
 
+void Journal::end() {
+    try {
+        auto file = disk_.open(path_, files::OpenMode::read_write);
+        if (file->size() <= longest_kept) {
+            file->write(0, files::Bytes(block_size));
+            blanked_ = std::move(file);
+            return;
+        }
+    } catch (const basic::RunTimeError&) {
+        // It goes instead.
+    }
+    try {
+        remove();
+    } catch (const basic::RunTimeError&) {
+        if (exists())
+            throw; // else it is gone whatever the system said
+    }
+}
+
+void Journal::sync_end() {
+    if (!blanked_) {
+        sync_removal();
+        return;
+    }
+    std::exchange(blanked_, nullptr)->sync();
+    kept_ = true;
+}
+
 void Journal::remove() {
+    kept_ = false;
+    blanked_.reset();
     if (exists())
         disk_.remove(path_);
 }

@@ -13,12 +13,15 @@
 namespace tolva::jet {
 
 /// The rollback journal of one file: the blocks that a commit is about to overwrite, as they stood before it.
-/// It lies beside the file as "<name>-journal" and exists only while a commit runs. docs/durability.md tells
-/// the order of all writes.
+/// It lies beside the file as "<name>-journal" and tells of something only while a commit runs. Between the
+/// commits of an open file it stays, blank: to make and remove a file for each takes a device longer than the
+/// rest of the commit. docs/durability.md tells the order of all writes.
 ///
 /// Layout: one block of header, then records of block number, checksum, sums of what the block becomes, and
-/// the block. The header is written last, when every record has reached the device, so a journal with a good
-/// header is whole.
+/// the block. The header is written last. Where the commit overwrites few blocks, the header names them and
+/// has a sum of what they held, and goes to the device together with the records: a record that is missing
+/// then is of no account as long as the file holds what that sum says. Else every record has reached the
+/// device ahead of the header, so a journal with a good header is whole.
 class Journal {
   public:
     /// Blocks, not pages: a device may tear what it writes at this grain, and a smaller page's neighbour with
@@ -28,6 +31,8 @@ class Journal {
     static constexpr std::size_t sector_size = 512;
 
     Journal(files::FileSystem& disk, const std::string& database_path);
+    /// Takes away a journal that was kept, blank.
+    ~Journal();
 
     bool exists() const;
 
@@ -58,7 +63,12 @@ class Journal {
     /// Puts back what the journal holds in a copy of the file's content.
     void roll_back(files::Bytes& content) const;
 
-    /// Ends the commit (or its undoing): the journal goes, for good once `sync_removal` returns.
+    /// Ends the commit: the journal tells of nothing any more, for good once `sync_end` returns. It is
+    /// blanked, or removed where it is long or can't be blanked.
+    void end();
+    void sync_end();
+
+    /// The journal goes, for good once `sync_removal` returns.
     void remove();
     void sync_removal();
 
@@ -72,8 +82,10 @@ class Journal {
     struct Header {
         std::uint64_t old_length = 0, new_length = 0;
         std::uint64_t rest_sum = 0; ///< of blocks that the commit leaves alone
+        std::uint64_t old_sum = 0;  ///< of those that it overwrites, as they were
         std::uint64_t salt = 0;
         std::uint32_t blocks = 0;
+        std::vector<std::uint32_t> named; ///< those blocks, where they are few; else none
     };
     struct Record {
         std::uint32_t block = 0;
@@ -81,20 +93,33 @@ class Journal {
         files::Bytes content;
     };
 
+    /// Whether the file is what it was ahead of the commit, as far as the header alone can tell: false where
+    /// it names no blocks.
+    static bool is_untouched(const files::File& database, const Header& header);
     static std::uint64_t sum_of_rest(const files::File& database, const Header& header,
                                      const std::vector<std::uint32_t>& changed, BlockSums& known);
     std::unique_ptr<files::File> open() const;
+    /// For writing: the one that was kept, or a new one.
+    std::unique_ptr<files::File> start();
     void write_header(files::File& file, const Header& header) const;
     /// Nothing where the place of the header is blank; error 3049 for a header that is none.
     bool read_header(const files::File& file, Header& header) const;
     Header whole_header(const files::File& file) const;
-    /// One record, checked. `place` counts records.
-    Record read_record(const files::File& file, const Header& header, std::uint32_t place) const;
+    /// One record, whose `place` counts records. Says what is wrong with it; nothing where it is whole.
+    std::string read_record(const files::File& file, const Header& header, std::uint32_t place,
+                            Record& record) const;
+    /// The same; error 3049 where it is not whole.
+    Record whole_record(const files::File& file, const Header& header, std::uint32_t place) const;
+    bool is_whole(const files::File& file, const Header& header) const;
     void check_sectors(const files::File& database, const Header& header, const Record& record) const;
 
     files::FileSystem& disk_;
     std::string path_;
     std::string folder_;
+    /// Whether the journal lies there blank, its name and its blank header on the device.
+    bool kept_ = false;
+    /// Open while its blank header is not on the device yet.
+    std::unique_ptr<files::File> blanked_;
     /// Of the blocks that commits so far left alone: each is read for its first commit only.
     BlockSums rest_;
 };

@@ -51,6 +51,15 @@ files::Bytes changed_file() {
     return disk.content().at(path);
 }
 
+/// Whether there is no journal, or one without a header.
+bool tells_of_nothing(const std::map<std::string, files::Bytes>& content) {
+    const auto found = content.find(journal);
+    if (found == content.end())
+        return true;
+    const auto header = std::span(found->second).first(std::min<std::size_t>(found->second.size(), 4096));
+    return std::all_of(header.begin(), header.end(), [](std::uint8_t byte) { return byte == 0; });
+}
+
 int error_of(const std::function<void()>& action) {
     try {
         action();
@@ -111,6 +120,49 @@ TEST(Pager, ACommitLeavesNoJournalAndTheCommitBytesAtRest) {
     EXPECT_EQ(file[0xe01], 0x01);
     EXPECT_EQ(file[3 * jet4_format.page_size + 100], 0xa3);
     EXPECT_EQ(file[13 * jet4_format.page_size + 100], 0xab);
+}
+
+TEST(Pager, BetweenTheCommitsOfAnOpenFileItsJournalStaysBlank) {
+    FaultyDisk disk({{path, plain_file()}});
+    {
+        FilePager pager(disk, path);
+        change(pager);
+        pager.commit();
+        EXPECT_TRUE(disk.exists(journal));
+        EXPECT_TRUE(tells_of_nothing(disk.content()));
+        EXPECT_TRUE(tells_of_nothing(disk.survivors(0, 512))) << "not even when the power goes now";
+        const FilePager reader(disk, path, FilePager::Access::read);
+        EXPECT_EQ((*reader.read(3))[0], 0xa3);
+    }
+    EXPECT_FALSE(disk.exists(journal));
+}
+
+TEST(Pager, AKeptJournalThatBecameAnotherFileIsMadeAnew) {
+    FaultyDisk disk({{path, plain_file()}});
+    FilePager pager(disk, path);
+    fill(pager, 6, 0xb6);
+    pager.commit();
+    disk.open(journal, files::OpenMode::create)->write(0, files::Bytes(9000, 0x55));
+    change(pager);
+    pager.commit();
+    EXPECT_TRUE(tells_of_nothing(disk.content()));
+    EXPECT_EQ(disk.content().at(path)[3 * jet4_format.page_size], 0xa3);
+}
+
+TEST(Pager, ALongJournalGoesWithItsCommit) {
+    files::Bytes file = plain_file();
+    file.resize(300 * jet4_format.page_size);
+    FaultyDisk disk({{path, file}});
+    FilePager pager(disk, path);
+    for (PageNumber page = 1; page < 300; ++page)
+        fill(pager, page, 0xc1);
+    pager.commit();
+    EXPECT_FALSE(disk.exists(journal));
+    fill(pager, 299, 0xc2);
+    pager.commit();
+    EXPECT_TRUE(tells_of_nothing(disk.content()));
+    EXPECT_EQ(disk.content().at(path)[299 * jet4_format.page_size], 0xc2);
+    EXPECT_EQ(disk.content().at(path)[298 * jet4_format.page_size], 0xc1);
 }
 
 TEST(Pager, WhileAFileIsWrittenItsCommitBytesSaySo) {
@@ -384,6 +436,97 @@ TEST_P(CutCommit, AReportedCommitStays) {
     }
 }
 
+/// Cuts what `commit` does to the file that `prepare` leaves at each operation, and expects one of two
+/// images.
+void expect_whole_or_absent(const Cut& cut, const files::Bytes& first,
+                            const std::function<void(FaultyDisk&, FilePager&)>& prepare,
+                            const std::function<void(FilePager&)>& commit) {
+    FaultyDisk undisturbed({{path, first}});
+    FilePager pager(undisturbed, path);
+    prepare(undisturbed, pager);
+    const files::Bytes before = undisturbed.content().at(path);
+    commit(pager);
+    const files::Bytes after = undisturbed.content().at(path);
+    int old_images = 0, new_images = 0;
+    bool done = false;
+    for (int operation = 1; !done; ++operation) {
+        FaultyDisk disk({{path, first}});
+        {
+            FilePager other(disk, path);
+            prepare(disk, other);
+            disk.plan({cut.fault, operation, 0, cut.sector});
+            try {
+                commit(other);
+                done = true;
+            } catch (const PowerCut&) {
+            }
+        }
+        for (std::uint32_t seed = 0; seed < cut.seeds && !done; ++seed) {
+            FaultyDisk next(disk.survivors(seed, cut.sector));
+            ASSERT_TRUE(recover(next, {}));
+            const auto content = next.content();
+            ASSERT_EQ(content.size(), 1u) << "operation " << operation << " seed " << seed;
+            const files::Bytes& file = content.at(path);
+            ASSERT_TRUE(file == before || file == after) << "operation " << operation << " seed " << seed;
+            ++(file == before ? old_images : new_images);
+        }
+    }
+    EXPECT_GT(old_images, 0);
+    EXPECT_GT(new_images, 0);
+}
+
+constexpr PageNumber many_pages = 130;
+
+files::Bytes longer_file() {
+    files::Bytes file = plain_file();
+    file.resize(many_pages * jet4_format.page_size, 0x11);
+    return file;
+}
+
+/// More pages than a journal's header has room to name, in several runs of neighbours.
+void change_many(Pager& pager) {
+    for (PageNumber page = 2; page < many_pages; ++page)
+        if (page % 6 != 0)
+            fill(pager, page, 0xd2);
+}
+
+TEST_P(CutCommit, OfMoreBlocksThanAHeaderNamesIsWholeOrAbsent) {
+    expect_whole_or_absent(
+        GetParam(), longer_file(), [](FaultyDisk&, FilePager&) {},
+        [](FilePager& pager) {
+            change_many(pager);
+            pager.commit();
+        });
+}
+
+TEST_P(CutCommit, InTheJournalThatALongerOneLeftIsWholeOrAbsent) {
+    expect_whole_or_absent(
+        GetParam(), longer_file(),
+        [](FaultyDisk& disk, FilePager& pager) {
+            change_many(pager);
+            pager.commit();
+            EXPECT_TRUE(disk.exists(journal));
+        },
+        [](FilePager& pager) {
+            change(pager);
+            pager.commit();
+        });
+}
+
+TEST_P(CutCommit, AfterTheKeptJournalWasTakenAwayIsWholeOrAbsent) {
+    expect_whole_or_absent(
+        GetParam(), plain_file(),
+        [](FaultyDisk& disk, FilePager& pager) {
+            fill(pager, 6, 0xb6);
+            pager.commit();
+            disk.remove(journal);
+        },
+        [](FilePager& pager) {
+            change(pager);
+            pager.commit();
+        });
+}
+
 class FailingCommit : public testing::TestWithParam<Fault> {};
 
 INSTANTIATE_TEST_SUITE_P(Faults, FailingCommit, testing::Values(Fault::fail_once, Fault::fail_for_good));
@@ -433,7 +576,7 @@ TEST(Pager, AFailedCommitCanBeTriedAgain) {
             pager.commit();
         }
         EXPECT_EQ(disk.content().at(path), after) << "operation " << operation;
-        EXPECT_FALSE(disk.exists(journal)) << "operation " << operation;
+        EXPECT_TRUE(tells_of_nothing(disk.content())) << "operation " << operation;
     }
 }
 
@@ -548,6 +691,65 @@ TEST(Pager, AWholeJournalWithADamagedRecordIsToldOf) {
     expect_refusal(found);
     found = half_written();
     found.at(journal).resize(found.at(journal).size() - 1);
+    expect_refusal(found);
+}
+
+/// A whole journal of the change's commit beside a file that it has not begun to write to.
+std::map<std::string, files::Bytes> not_yet_written() {
+    auto found = half_written();
+    found.at(path) = plain_file();
+    return found;
+}
+
+TEST(Pager, AJournalThatMissesRecordsIsSweptAwayWhereItsCommitWroteNothingYet) {
+    // The power went when the header had reached the device, and not all that goes there with it.
+    const auto whole = not_yet_written();
+    const std::size_t size = whole.at(journal).size();
+    for (std::size_t record = 4096; record < size; record += 4140) {
+        for (const bool cut_off : {false, true}) {
+            auto found = whole;
+            if (cut_off)
+                found.at(journal).resize(record + 2000);
+            else
+                std::fill_n(found.at(journal).begin() + static_cast<std::ptrdiff_t>(record), 512,
+                            std::uint8_t{0});
+            FaultyDisk beside(found);
+            const FilePager reader(beside, path, FilePager::Access::read);
+            EXPECT_EQ((*reader.read(3))[0], 3);
+            EXPECT_EQ(beside.content(), found);
+
+            FaultyDisk disk(found);
+            ASSERT_TRUE(recover(disk, {}));
+            EXPECT_EQ(disk.content(), (std::map<std::string, files::Bytes>{{path, plain_file()}}));
+        }
+    }
+}
+
+TEST(Pager, AJournalThatMissesRecordsIsRefusedBesideAnotherFile) {
+    auto found = not_yet_written();
+    found.at(journal)[5000] ^= 1;
+    for (const std::size_t page : {3, 7}) { // of the blocks that the commit overwrites, and of the others
+        auto other = found;
+        other.at(path)[page * jet4_format.page_size + 100] ^= 1;
+        expect_refusal(other);
+    }
+    found.at(path).resize((pages_at_first + 1) * jet4_format.page_size);
+    expect_refusal(found);
+}
+
+TEST(Pager, AJournalOfMoreBlocksThanAHeaderNamesMissesNoRecord) {
+    // There the header comes when they are on the device: one that is missing has been lost since.
+    std::map<std::string, files::Bytes> found;
+    for (int operation = 1; tells_of_nothing(found); ++operation) {
+        FaultyDisk disk({{path, longer_file()}});
+        FilePager pager(disk, path);
+        change_many(pager);
+        disk.plan({Fault::kill, operation, 0, 512});
+        ASSERT_THROW(pager.commit(), PowerCut);
+        found = disk.survivors();
+    }
+    ASSERT_EQ(found.at(path), longer_file());
+    found.at(journal)[5000] ^= 1;
     expect_refusal(found);
 }
 
