@@ -180,9 +180,9 @@ class WindowsDisk final : public FileSystem {
             disposition = OPEN_ALWAYS;
         if (mode == OpenMode::create_new)
             disposition = CREATE_NEW;
-        const DWORD sharing = mode == OpenMode::sole_write
-                                  ? FILE_SHARE_READ
-                                  : FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+        const bool alone = mode == OpenMode::sole_write || mode == OpenMode::create_new;
+        const DWORD sharing =
+            alone ? FILE_SHARE_READ : FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
         const HANDLE handle = ::CreateFileW(native(found).c_str(), access, sharing, nullptr, disposition,
                                             FILE_ATTRIBUTE_NORMAL, nullptr);
         if (handle == INVALID_HANDLE_VALUE)

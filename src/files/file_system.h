@@ -61,7 +61,7 @@ enum class OpenMode {
     read_write, ///< must exist; error 75 when the system allows reading only
     sole_write, ///< the same; where the system knows such a thing, others may open it for reading alone
     create,     ///< read_write, made when absent, kept when present
-    create_new, ///< read_write, error 58 when present
+    create_new, ///< sole_write, error 58 when present
 };
 
 /// Every touch of a disk goes through here, so that crash tests can stand in for it. Paths are UTF-8 with

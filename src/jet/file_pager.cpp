@@ -1,6 +1,7 @@
 #include "jet/file_pager.h"
 
 #include <algorithm>
+#include <exception>
 #include <utility>
 
 #include "basic/run_time_error.h"
@@ -37,7 +38,18 @@ FilePager::FilePager(files::FileSystem& disk, const std::string& path, Access ac
     was_cut_short_ = commit_was_cut(*format_, *read(0));
 }
 
-FilePager::~FilePager() = default;
+FilePager::~FilePager() {
+    if (!journal_.is_kept())
+        return;
+    try {
+        // Not while a reader looks at it, nor beside a file that took the place of this one.
+        const ContentLock lock(*file_, files::Sharing::exclusive);
+        if (file_->is_in_place())
+            journal_.remove();
+    } catch (...) {
+        // It is blank: the next opening sweeps it away.
+    }
+}
 
 void FilePager::open_file(Access access) {
     if (access == Access::write) {
@@ -267,8 +279,11 @@ void FilePager::write_pages() {
 
 void FilePager::commit() {
     check_usable();
-    if (pending_.empty())
+    if (pending_.empty()) {
+        if (unsettled_)
+            settle();
         return;
+    }
     if (in_statement_)
         end_statement();
     {
@@ -282,7 +297,17 @@ void FilePager::commit() {
     clean_.drop(0); // its commit bytes
     stored_count_ = page_count_;
     was_cut_short_ = false;
+    unsettled_ = true;
     journal_.sync_end();
+    unsettled_ = false;
+}
+
+/// Makes the last commit durable, whose end did not reach the device.
+void FilePager::settle() {
+    const ContentLock lock(*file_, files::Sharing::exclusive);
+    journal_.remove();
+    journal_.sync_removal();
+    unsettled_ = false;
 }
 
 void FilePager::put_into_file() {
@@ -303,18 +328,22 @@ void FilePager::put_into_file() {
     try {
         write_pages();
         journal_.end();
-    } catch (const basic::RunTimeError& error) {
-        const std::string text = error.text();
-        try {
-            journal_.roll_back(*file_);
-            journal_.remove();
-            journal_.sync_removal();
-        } catch (const basic::RunTimeError& second) {
-            failure_ = text + "  The change could not be taken back either (" + second.text() +
-                       "); the file is put right when it is opened next.";
-            check_usable();
-        }
+    } catch (const std::exception& error) {
+        take_back(error.what());
         throw;
+    }
+}
+
+/// Puts the file back after a failure in the midst of writing to it.
+void FilePager::take_back(const std::string& failure) {
+    try {
+        journal_.roll_back(*file_);
+        journal_.remove();
+        journal_.sync_removal();
+    } catch (const std::exception& second) {
+        failure_ = failure + "  The change could not be taken back either (" + second.what() +
+                   "); when the file is opened next, it is as before the change or after it.";
+        check_usable();
     }
 }
 

@@ -47,7 +47,7 @@ class FilePager final : public Pager {
     void begin_statement() override;
     void end_statement() override;
     void undo_statement() override;
-    bool dirty() const override { return !pending_.empty(); }
+    bool dirty() const override { return !pending_.empty() || unsettled_; }
     void commit() override;
     void rollback() override;
 
@@ -66,6 +66,8 @@ class FilePager final : public Pager {
     std::vector<std::uint32_t> blocks_to_save() const;
     void write_pages();
     void put_into_file();
+    void take_back(const std::string& failure);
+    void settle();
     void check_usable() const;
 
     files::FileSystem& disk_;
@@ -93,6 +95,8 @@ class FilePager final : public Pager {
     Pages before_;
     PageNumber count_before_ = 0;
 
+    /// Whether a power cut may still take back the last commit: the device failed when its journal ended.
+    bool unsettled_ = false;
     /// Set when a failed commit could not be undone in the file: its text. The journal stands, and the next
     /// opening puts the file right; until then nothing here can be trusted.
     std::string failure_;

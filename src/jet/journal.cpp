@@ -41,13 +41,6 @@ std::uint64_t new_salt() {
 /// A longer one is not kept between commits, because of the room that it takes.
 constexpr std::uint64_t longest_kept = std::uint64_t{1} << 20;
 
-/// Whether nothing stands where the header belongs.
-bool is_blank(const files::File& file) {
-    files::Bytes bytes(header_size);
-    bytes.resize(file.read(0, bytes));
-    return std::all_of(bytes.begin(), bytes.end(), [](std::uint8_t byte) { return byte == 0; });
-}
-
 /// A block of a file; what lies beyond its end is zeros.
 files::Bytes read_block(const files::File& file, std::uint32_t block) {
     files::Bytes content(Journal::block_size);
@@ -95,16 +88,6 @@ Journal::Journal(files::FileSystem& disk, const std::string& database_path)
     : disk_(disk), path_(database_path + "-journal"),
       folder_(files::folder_of(files::with_slashes(database_path))) {}
 
-Journal::~Journal() {
-    if (!kept_)
-        return;
-    try {
-        remove();
-    } catch (...) {
-        // The next opening sweeps it away.
-    }
-}
-
 bool Journal::exists() const {
     return disk_.exists_exactly(path_);
 }
@@ -132,26 +115,22 @@ std::unique_ptr<files::File> Journal::open() const {
     return disk_.open(path_, files::OpenMode::read);
 }
 
-std::unique_ptr<files::File> Journal::start() {
-    if (kept_ && exists()) {
-        auto file = disk_.open(path_, files::OpenMode::read_write);
-        if (is_blank(*file))
-            return file;
-    }
-    kept_ = false;
+/// Opens the journal for a commit: the one that was kept, if nobody took it away, or a new one.
+void Journal::start() {
+    if (kept_ && file_->is_in_place())
+        return;
     if (exists()) {
-        // Left by a commit that failed. It must be gone for good before another takes its name, or a cut
-        // could mix the two.
+        // It must be gone for good before another takes its name: a cut could bring it back.
         remove();
         sync_removal();
     }
-    return disk_.open(path_, files::OpenMode::create_new);
+    kept_ = false;
+    file_ = disk_.open(path_, files::OpenMode::create_new);
 }
 
 void Journal::write(const files::File& database, const Change& change) {
-    const auto file = start();
-    const bool is_new = !kept_;
-    kept_ = false;
+    start();
+    const bool is_new = !std::exchange(kept_, false);
     Header header;
     header.old_length = database.size();
     header.new_length = change.new_length;
@@ -170,7 +149,7 @@ void Journal::write(const files::File& database, const Change& change) {
     constexpr std::size_t batch_limit = 64 * record_size;
     std::uint64_t written = is_new ? 0 : block_size;
     const auto flush = [&] {
-        file->write(written, batch);
+        file_->write(written, batch);
         written += batch.size();
         batch.clear();
     };
@@ -190,10 +169,10 @@ void Journal::write(const files::File& database, const Change& change) {
     }
     flush();
     if (header.named.empty())
-        file->sync();
+        file_->sync();
 
-    write_header(*file, header);
-    file->sync();
+    write_header(*file_, header);
+    file_->sync();
     if (is_new)
         disk_.sync_folder(folder_);
 }
@@ -215,10 +194,11 @@ void Journal::write_header(files::File& file, const Header& header) const {
 }
 
 bool Journal::read_header(const files::File& file, Header& header) const {
-    if (is_blank(file))
-        return false;
     files::Bytes bytes(header_size);
     const std::size_t got = file.read(0, bytes);
+    if (std::all_of(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(got),
+                    [](std::uint8_t byte) { return byte == 0; }))
+        return false;
     const std::uint8_t* at = bytes.data();
     header.old_length = get64(at + magic_size);
     header.new_length = get64(at + magic_size + 8);
@@ -314,6 +294,8 @@ Journal::State Journal::inspect(const files::File& database) const {
         blocks.push_back(record.block);
         check_sectors(database, header, record);
     }
+    if (blocks.empty() || blocks.front() != 0)
+        damaged(path_, 0, "the journal lacks the file's first block");
     if (!std::is_sorted(blocks.begin(), blocks.end()))
         damaged(path_, 0, "the journal's records are out of order");
     BlockSums as_it_stands;
@@ -352,10 +334,8 @@ void Journal::roll_back(files::Bytes& content) const {
 
 void Journal::end() {
     try {
-        auto file = disk_.open(path_, files::OpenMode::read_write);
-        if (file->size() <= longest_kept) {
-            file->write(0, files::Bytes(block_size));
-            blanked_ = std::move(file);
+        if (file_->size() <= longest_kept) {
+            file_->write(0, files::Bytes(block_size));
             return;
         }
     } catch (const basic::RunTimeError&) {
@@ -370,17 +350,17 @@ void Journal::end() {
 }
 
 void Journal::sync_end() {
-    if (!blanked_) {
+    if (!file_) {
         sync_removal();
         return;
     }
-    std::exchange(blanked_, nullptr)->sync();
+    file_->sync();
     kept_ = true;
 }
 
 void Journal::remove() {
     kept_ = false;
-    blanked_.reset();
+    file_.reset();
     if (exists())
         disk_.remove(path_);
 }

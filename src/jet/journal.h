@@ -31,8 +31,6 @@ class Journal {
     static constexpr std::size_t sector_size = 512;
 
     Journal(files::FileSystem& disk, const std::string& database_path);
-    /// Takes away a journal that was kept, blank.
-    ~Journal();
 
     bool exists() const;
 
@@ -64,9 +62,11 @@ class Journal {
     void roll_back(files::Bytes& content) const;
 
     /// Ends the commit: the journal tells of nothing any more, for good once `sync_end` returns. It is
-    /// blanked, or removed where it is long or can't be blanked.
+    /// blanked and kept, or removed where it is long or can't be blanked.
     void end();
     void sync_end();
+    /// Whether a blank journal is kept for the next commit.
+    bool is_kept() const { return kept_; }
 
     /// The journal goes, for good once `sync_removal` returns.
     void remove();
@@ -99,8 +99,7 @@ class Journal {
     static std::uint64_t sum_of_rest(const files::File& database, const Header& header,
                                      const std::vector<std::uint32_t>& changed, BlockSums& known);
     std::unique_ptr<files::File> open() const;
-    /// For writing: the one that was kept, or a new one.
-    std::unique_ptr<files::File> start();
+    void start();
     void write_header(files::File& file, const Header& header) const;
     /// Nothing where the place of the header is blank; error 3049 for a header that is none.
     bool read_header(const files::File& file, Header& header) const;
@@ -116,10 +115,10 @@ class Journal {
     files::FileSystem& disk_;
     std::string path_;
     std::string folder_;
-    /// Whether the journal lies there blank, its name and its blank header on the device.
+    /// A writer's: open from the start of a commit to its end, and while the journal is kept.
+    std::unique_ptr<files::File> file_;
+    /// Whether the journal is blank, and the device knows that and its name.
     bool kept_ = false;
-    /// Open while its blank header is not on the device yet.
-    std::unique_ptr<files::File> blanked_;
     /// Of the blocks that commits so far left alone: each is read for its first commit only.
     BlockSums rest_;
 };

@@ -34,6 +34,8 @@ class Pager {
     virtual void end_statement() = 0;
     virtual void undo_statement() = 0;
 
+    /// Whether there is something that a power cut would take: changes that are pending, or a commit whose
+    /// last step failed.
     virtual bool dirty() const = 0;
     virtual void commit() = 0;
     virtual void rollback() = 0;

@@ -14,7 +14,7 @@
 
 namespace tolva::support {
 
-/// What a test's disk throws when its power goes: nothing in the program may catch it.
+/// What a test's disk throws when its power goes: nothing in the program but a destructor may catch it.
 struct PowerCut {};
 
 /// A disk in memory that loses power, kills its user or fails at a chosen operation. It keeps what has
@@ -45,6 +45,8 @@ class FaultyDisk final : public files::FileSystem {
         std::uint32_t seed = 0;
         std::size_t sector = 512;
         Failure failure = Failure::short_write;
+        int cut_at = 0;       ///< beside a failure: the power goes at this operation, counted like a cut's
+        bool forgets = false; ///< what a failed sync did not bring to the device is forgotten at once
     };
 
     FaultyDisk() = default;
@@ -61,9 +63,20 @@ class FaultyDisk final : public files::FileSystem {
 
     void plan(const Plan& plan) {
         plan_ = plan;
-        operations_ = 0;
+        operations_ = changes_ = 0;
     }
     int operations() const { return operations_; }
+    /// Whether the power has gone: a destructor doesn't tell.
+    bool is_cut() const {
+        const bool cuts = plan_.fault == Fault::power_cut || plan_.fault == Fault::kill;
+        return (cuts && operations_ >= plan_.operation) || (plan_.cut_at > 0 && changes_ >= plan_.cut_at);
+    }
+    /// The system needs the memory in which it keeps what it read and wrote: what a failed sync let go of is
+    /// seen no more.
+    void forget() {
+        for (const auto& [path, node] : now_)
+            node->forget();
+    }
 
     /// Every file as a program sees it now.
     std::map<std::string, files::Bytes> content() const {
@@ -93,23 +106,7 @@ class FaultyDisk final : public files::FileSystem {
         std::map<std::string, files::Bytes> files;
         for (const auto& [path, node] : names) {
             files::Bytes bytes = node->durable;
-            for (const Write& write : node->queue) {
-                if (write.is_truncate) {
-                    if (chance())
-                        bytes.resize(write.offset);
-                    continue;
-                }
-                const std::uint32_t fate = random() % 3;
-                for (std::size_t done = 0; done < write.bytes.size();) {
-                    const std::uint64_t at = write.offset + done;
-                    const std::size_t size =
-                        std::min<std::size_t>(sector - at % sector, write.bytes.size() - done);
-                    const bool kept = fate == 0 || (fate == 1 && chance());
-                    if (kept)
-                        put(bytes, at, {write.bytes.data() + done, size});
-                    done += size;
-                }
-            }
+            keep_some(bytes, node->queue, random, sector);
             files[path] = std::move(bytes);
         }
         return files;
@@ -176,6 +173,16 @@ class FaultyDisk final : public files::FileSystem {
         std::vector<Write> queue;
         bool claimed = false, changing = false;
         int readers = 0;
+
+        void forget() {
+            now = durable;
+            for (const Write& write : queue) {
+                if (write.is_truncate)
+                    now.resize(write.offset);
+                else
+                    put(now, write.offset, write.bytes);
+            }
+        }
     };
     struct FolderChange {
         std::string path;
@@ -223,10 +230,17 @@ class FaultyDisk final : public files::FileSystem {
             node_->now.resize(size);
         }
         void sync() override {
-            // A sync that failed never makes durable what was written before it: the system may have let go
-            // of it. Only what is written again later counts.
+            // Of what was written before a sync that failed any part may be on the device, and the rest never
+            // comes there: the system may have let go of it. Only what is written again later counts.
             disk_.step(
-                Kind::sync, [] {}, [&](Failure) { node_->queue.clear(); });
+                Kind::sync, [] {},
+                [&](Failure) {
+                    std::mt19937 random(disk_.plan_.seed);
+                    keep_some(node_->durable, node_->queue, random, disk_.plan_.sector);
+                    node_->queue.clear();
+                    if (disk_.plan_.forgets)
+                        node_->forget();
+                });
             node_->durable.resize(node_->now.size());
             for (const Write& write : node_->queue) {
                 if (write.is_truncate)
@@ -261,6 +275,10 @@ class FaultyDisk final : public files::FileSystem {
             reads_ = changes_ = false;
         }
         bool locked_by_strangers() const override { return false; }
+        bool is_in_place() const override {
+            const auto found = disk_.now_.find(path_);
+            return found != disk_.now_.end() && found->second == node_;
+        }
 
       private:
         FaultyDisk& disk_;
@@ -273,6 +291,28 @@ class FaultyDisk final : public files::FileSystem {
         if (bytes.size() < at + piece.size())
             bytes.resize(at + piece.size());
         std::copy(piece.begin(), piece.end(), bytes.begin() + static_cast<std::ptrdiff_t>(at));
+    }
+    /// What a device has of writes when the power goes: any of them, none, and any of their sectors.
+    static void keep_some(files::Bytes& bytes, const std::vector<Write>& writes, std::mt19937& random,
+                          std::size_t sector) {
+        const auto chance = [&] { return random() % 2 == 0; };
+        for (const Write& write : writes) {
+            if (write.is_truncate) {
+                if (chance())
+                    bytes.resize(write.offset);
+                continue;
+            }
+            const std::uint32_t fate = random() % 3;
+            for (std::size_t done = 0; done < write.bytes.size();) {
+                const std::uint64_t at = write.offset + done;
+                const std::size_t size =
+                    std::min<std::size_t>(sector - at % sector, write.bytes.size() - done);
+                const bool kept = fate == 0 || (fate == 1 && chance());
+                if (kept)
+                    put(bytes, at, {write.bytes.data() + done, size});
+                done += size;
+            }
+        }
     }
     [[noreturn]] static void fail(int number) {
         throw basic::RunTimeError::with_text(number, "the disk fails");
@@ -302,6 +342,13 @@ class FaultyDisk final : public files::FileSystem {
     /// does.
     template <typename Begun, typename Half>
     void step(Kind kind, Begun&& begun, Half&& half) {
+        if (plan_.cut_at > 0 && kind != Kind::read) {
+            ++changes_;
+            if (changes_ == plan_.cut_at)
+                begun();
+            if (changes_ >= plan_.cut_at)
+                throw PowerCut{};
+        }
         if (!counts(kind))
             return;
         ++operations_;
@@ -341,6 +388,7 @@ class FaultyDisk final : public files::FileSystem {
     std::set<std::string> protected_;
     Plan plan_;
     int operations_ = 0;
+    int changes_ = 0; ///< operations that change the disk or sync, whatever the plan counts
 };
 
 } // namespace tolva::support
