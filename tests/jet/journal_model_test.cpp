@@ -75,7 +75,7 @@ class Life {
             FaultyDisk disk(content_);
             bool cut = false;
             try {
-                session(disk);
+                run_program(disk);
             } catch (const PowerCut&) {
                 cut = true;
             }
@@ -163,7 +163,7 @@ class Life {
     }
 
     /// A program that opens the file and works on it; maybe several, one after the other.
-    void session(FaultyDisk& disk) {
+    void run_program(FaultyDisk& disk) {
         std::unique_ptr<FilePager> pager;
         for (std::uint32_t left = 1 + below(12); left > 0 && !testing::Test::HasFailure(); --left) {
             if (!pager) {
