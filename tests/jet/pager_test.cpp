@@ -388,23 +388,33 @@ bool recover(FaultyDisk& disk, const FaultyDisk::Plan& plan) {
     }
 }
 
-TEST_P(CutCommit, LeavesTheCommitWholeOrAbsent) {
-    const files::Bytes before = plain_file(), after = changed_file();
+/// Cuts what `commit` does to the file that `prepare` leaves at each operation, and expects one of two
+/// images.
+void expect_whole_or_absent(const Cut& cut, const files::Bytes& first,
+                            const std::function<void(FaultyDisk&, FilePager&)>& prepare,
+                            const std::function<void(FilePager&)>& commit) {
+    FaultyDisk undisturbed({{path, first}});
+    FilePager pager(undisturbed, path);
+    prepare(undisturbed, pager);
+    const files::Bytes before = undisturbed.content().at(path);
+    commit(pager);
+    const files::Bytes after = undisturbed.content().at(path);
     int old_images = 0, new_images = 0;
     bool done = false;
     for (int operation = 1; !done; ++operation) {
-        for (std::uint32_t seed = 0; seed < GetParam().seeds; ++seed) {
-            FaultyDisk disk({{path, before}});
-            FilePager pager(disk, path);
-            change(pager);
-            disk.plan({GetParam().fault, operation, seed, GetParam().sector});
+        FaultyDisk disk({{path, first}});
+        {
+            FilePager other(disk, path);
+            prepare(disk, other);
+            disk.plan({cut.fault, operation, 0, cut.sector});
             try {
-                pager.commit();
+                commit(other);
                 done = true;
-                break;
             } catch (const PowerCut&) {
             }
-            FaultyDisk next(disk.survivors());
+        }
+        for (std::uint32_t seed = 0; seed < cut.seeds && !done; ++seed) {
+            FaultyDisk next(disk.survivors(seed, cut.sector));
             ASSERT_TRUE(recover(next, {}));
             const auto content = next.content();
             ASSERT_EQ(content.size(), 1u) << "operation " << operation << " seed " << seed;
@@ -419,6 +429,15 @@ TEST_P(CutCommit, LeavesTheCommitWholeOrAbsent) {
     }
     EXPECT_GT(old_images, 0);
     EXPECT_GT(new_images, 0);
+}
+
+TEST_P(CutCommit, LeavesTheCommitWholeOrAbsent) {
+    expect_whole_or_absent(
+        GetParam(), plain_file(), [](FaultyDisk&, FilePager&) {},
+        [](FilePager& pager) {
+            change(pager);
+            pager.commit();
+        });
 }
 
 TEST_P(CutCommit, ARecoveryThatIsCutCanBeDoneAgain) {
@@ -481,45 +500,6 @@ TEST_P(CutCommit, AReportedCommitStays) {
             ASSERT_EQ(file, after) << "operation " << operation << " seed " << seed;
         }
     }
-}
-
-/// Cuts what `commit` does to the file that `prepare` leaves at each operation, and expects one of two
-/// images.
-void expect_whole_or_absent(const Cut& cut, const files::Bytes& first,
-                            const std::function<void(FaultyDisk&, FilePager&)>& prepare,
-                            const std::function<void(FilePager&)>& commit) {
-    FaultyDisk undisturbed({{path, first}});
-    FilePager pager(undisturbed, path);
-    prepare(undisturbed, pager);
-    const files::Bytes before = undisturbed.content().at(path);
-    commit(pager);
-    const files::Bytes after = undisturbed.content().at(path);
-    int old_images = 0, new_images = 0;
-    bool done = false;
-    for (int operation = 1; !done; ++operation) {
-        FaultyDisk disk({{path, first}});
-        {
-            FilePager other(disk, path);
-            prepare(disk, other);
-            disk.plan({cut.fault, operation, 0, cut.sector});
-            try {
-                commit(other);
-                done = true;
-            } catch (const PowerCut&) {
-            }
-        }
-        for (std::uint32_t seed = 0; seed < cut.seeds && !done; ++seed) {
-            FaultyDisk next(disk.survivors(seed, cut.sector));
-            ASSERT_TRUE(recover(next, {}));
-            const auto content = next.content();
-            ASSERT_EQ(content.size(), 1u) << "operation " << operation << " seed " << seed;
-            const files::Bytes& file = content.at(path);
-            ASSERT_TRUE(file == before || file == after) << "operation " << operation << " seed " << seed;
-            ++(file == before ? old_images : new_images);
-        }
-    }
-    EXPECT_GT(old_images, 0);
-    EXPECT_GT(new_images, 0);
 }
 
 constexpr PageNumber many_pages = 130;
