@@ -13,17 +13,14 @@
 namespace tolva::jet {
 namespace {
 
-constexpr std::size_t cache_bytes = std::size_t{128} << 20;
-
 /// Whoever wants a page this little behind the one before is walking, and gets so much read ahead.
 constexpr PageNumber longest_step = 8;
 constexpr std::size_t ahead_bytes = std::size_t{128} << 10;
 
 } // namespace
 
-FilePager::FilePager(files::FileSystem& disk, const std::string& path, Access access)
-    : disk_(disk), path_(disk.behind_links(path)), journal_(disk, path_),
-      clean_(cache_bytes / Page::largest) {
+FilePager::FilePager(files::FileSystem& disk, const std::string& path, Access access, std::size_t memory)
+    : disk_(disk), path_(disk.behind_links(path)), journal_(disk, path_), clean_(memory / Page::largest) {
     open_file(access);
     const std::uint64_t size = read_only_ ? content_.size() : file_->size();
     check_length(path_, size);
@@ -94,8 +91,7 @@ void FilePager::recover() {
     const ContentLock lock(*file_, files::Sharing::exclusive);
     if (journal_.inspect(*file_) == Journal::State::whole)
         journal_.roll_back(*file_);
-    journal_.remove();
-    journal_.sync_removal();
+    journal_.remove_for_good();
 }
 
 std::size_t FilePager::read_stored(std::uint64_t at, std::span<std::uint8_t> out) const {
@@ -305,8 +301,7 @@ void FilePager::commit() {
 /// Makes the last commit durable, whose end did not reach the device.
 void FilePager::settle() {
     const ContentLock lock(*file_, files::Sharing::exclusive);
-    journal_.remove();
-    journal_.sync_removal();
+    journal_.remove_for_good();
     unsettled_ = false;
 }
 
@@ -338,8 +333,7 @@ void FilePager::put_into_file() {
 void FilePager::take_back(const std::string& failure) {
     try {
         journal_.roll_back(*file_);
-        journal_.remove();
-        journal_.sync_removal();
+        journal_.remove_for_good();
     } catch (const std::exception& second) {
         failure_ = failure + "  The change could not be taken back either (" + second.what() +
                    "); when the file is opened next, it is as before the change or after it.";

@@ -26,8 +26,12 @@ class FilePager final : public Pager {
         write, ///< reads alone where the system allows no more
         read,
     };
+    /// How many bytes of clean pages are kept in memory.
+    static constexpr std::size_t usual_memory = std::size_t{128} << 20;
+
     /// A writer first undoes in the file what a cut commit left. Errors as Database::open.
-    FilePager(files::FileSystem& disk, const std::string& path, Access access = Access::write);
+    FilePager(files::FileSystem& disk, const std::string& path, Access access = Access::write,
+              std::size_t memory = usual_memory);
     ~FilePager() override;
 
     bool read_only() const { return read_only_; }

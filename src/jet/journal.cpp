@@ -121,8 +121,7 @@ void Journal::start() {
         return;
     if (exists()) {
         // It must be gone for good before another takes its name: a cut could bring it back.
-        remove();
-        sync_removal();
+        remove_for_good();
     }
     kept_ = false;
     file_ = disk_.open(path_, files::OpenMode::create_new);
@@ -351,7 +350,7 @@ void Journal::end() {
 
 void Journal::sync_end() {
     if (!file_) {
-        sync_removal();
+        disk_.sync_folder(folder_);
         return;
     }
     file_->sync();
@@ -365,7 +364,8 @@ void Journal::remove() {
         disk_.remove(path_);
 }
 
-void Journal::sync_removal() {
+void Journal::remove_for_good() {
+    remove();
     disk_.sync_folder(folder_);
 }
 

@@ -68,9 +68,10 @@ class Journal {
     /// Whether a blank journal is kept for the next commit.
     bool is_kept() const { return kept_; }
 
-    /// The journal goes, for good once `sync_removal` returns.
+    /// The journal goes; a power cut may bring it back.
     void remove();
-    void sync_removal();
+    /// The journal goes, and the device knows that.
+    void remove_for_good();
 
     /// Of a header, a record or a stretch of the file. The salt makes what an older journal left in reused
     /// device blocks fail.

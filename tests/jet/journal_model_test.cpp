@@ -17,6 +17,7 @@
 #include "jet/header_page.h"
 #include "jet/stored_content.h"
 #include "support/faulty_disk.h"
+#include "support/jet_files.h"
 
 namespace tolva::jet {
 namespace {
@@ -31,15 +32,6 @@ const std::string path = "a.mdb", journal = "a.mdb-journal";
 std::uint32_t lives() {
     const char* wanted = std::getenv("TOLVA_CUT_SEEDS");
     return wanted ? static_cast<std::uint32_t>(std::atoi(wanted)) * 10 : 600;
-}
-
-files::Bytes file_of(const Format& format, PageNumber pages) {
-    files::Bytes file(pages * format.page_size);
-    write_header(format, std::span(file).first(format.page_size), 45000.5);
-    for (PageNumber page = 1; page < pages; ++page)
-        std::fill_n(file.begin() + static_cast<std::ptrdiff_t>(page * format.page_size), format.page_size,
-                    static_cast<std::uint8_t>(page));
-    return file;
 }
 
 /// The file as a commit would now make it.
@@ -65,7 +57,7 @@ class Life {
   public:
     Life(const Kind& kind, std::uint32_t seed) : kind_(kind), random_(seed) {
         const PageNumber pages = kind.fewest + below(kind.most - kind.fewest + 1);
-        possible_ = {file_of(*kind.format, pages)};
+        possible_ = {support::file_of_pages(*kind.format, pages)};
         content_ = {{path, possible_.front()}};
     }
 

@@ -9,6 +9,7 @@
 #include "jet/header_page.h"
 #include "jet/stored_content.h"
 #include "support/faulty_disk.h"
+#include "support/jet_files.h"
 #include "support/passing_disk.h"
 #include "support/read_only_disk.h"
 #include "support/samples.h"
@@ -16,6 +17,7 @@
 namespace tolva::jet {
 namespace {
 
+using support::error_of;
 using support::FaultyDisk;
 using support::PowerCut;
 using Fault = FaultyDisk::Fault;
@@ -24,14 +26,8 @@ const std::string path = "a.mdb";
 const std::string journal = "a.mdb-journal";
 constexpr PageNumber pages_at_first = 12;
 
-/// A file with nothing in it but its header and pages that each hold their number.
 files::Bytes plain_file() {
-    files::Bytes file(pages_at_first * jet4_format.page_size);
-    write_header(jet4_format, std::span(file).first(jet4_format.page_size), 45000.5);
-    for (PageNumber page = 1; page < pages_at_first; ++page)
-        std::fill_n(file.begin() + static_cast<std::ptrdiff_t>(page * jet4_format.page_size),
-                    jet4_format.page_size, static_cast<std::uint8_t>(page));
-    return file;
+    return support::file_of_pages(jet4_format, pages_at_first);
 }
 
 void fill(Pager& pager, PageNumber page, std::uint8_t value) {
@@ -63,15 +59,6 @@ bool tells_of_nothing(const std::map<std::string, files::Bytes>& content) {
         return true;
     const auto header = std::span(found->second).first(std::min<std::size_t>(found->second.size(), 4096));
     return std::all_of(header.begin(), header.end(), [](std::uint8_t byte) { return byte == 0; });
-}
-
-int error_of(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const basic::RunTimeError& error) {
-        return error.number();
-    }
-    return 0;
 }
 
 TEST(Pager, AReferenceNeverChanges) {
@@ -221,12 +208,12 @@ TEST(Pager, WhileAFileIsWrittenItsCommitBytesSaySo) {
 }
 
 TEST(Pager, WhatAWalkReadAheadIsForgottenWithACommit) {
-    // More pages than are kept in memory, so that what was committed has to be read again.
-    constexpr PageNumber pages = 10000;
+    // Fewer pages are kept in memory than the file has, so that what was committed has to be read again.
+    constexpr PageNumber pages = 1000, kept = 50;
     files::Bytes file = plain_file();
     file.resize(pages * jet4_format.page_size);
     FaultyDisk disk({{path, file}});
-    FilePager pager(disk, path);
+    FilePager pager(disk, path, FilePager::Access::write, kept * Page::largest);
     for (const PageNumber page : {1u, 2u, 3u})
         EXPECT_EQ((*pager.read(page))[0], page);
     fill(pager, 9, 0xa9);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
@@ -9,6 +10,8 @@
 #include "basic/run_time_error.h"
 #include "jet/check.h"
 #include "jet/database.h"
+#include "jet/header_page.h"
+#include "jet/page.h"
 
 namespace tolva::support {
 
@@ -40,6 +43,16 @@ inline int error_of(const std::function<void()>& action) {
 
 inline const jet::Format& format_of(jet::Format::Version version) {
     return version == jet::Format::Version::jet3 ? jet::jet3_format : jet::jet4_format;
+}
+
+/// A file with nothing in it but its header and pages that each hold their number.
+inline files::Bytes file_of_pages(const jet::Format& format, jet::PageNumber pages) {
+    files::Bytes file(pages * format.page_size);
+    jet::write_header(format, std::span(file).first(format.page_size), 45000.5);
+    for (jet::PageNumber page = 1; page < pages; ++page)
+        std::fill_n(file.begin() + static_cast<std::ptrdiff_t>(page * format.page_size), format.page_size,
+                    static_cast<std::uint8_t>(page));
+    return file;
 }
 
 /// Claims that hold for files of each version: the parameter of every test.
