@@ -22,6 +22,22 @@ TEST(TextCodec, LatinTextTakesOneByteEachBehindAMark) {
     EXPECT_EQ(decode(Bytes{0xff, 0xfe, 'a', 'b', 'c', 0xe9}), "abc\xc3\xa9");
 }
 
+TEST(TextCodec, ACharacterBeyondAsciiIsFoundWhereverItStands) {
+    for (std::size_t size = 1; size <= 40; ++size)
+        for (std::size_t place = 0; place < size; ++place) {
+            Bytes bytes(2 + size, 'a');
+            bytes[0] = 0xff, bytes[1] = 0xfe;
+            bytes[2 + place] = 0xe9;
+            const std::string before(place, 'a'), behind(size - place - 1, 'a');
+            ASSERT_EQ(decode(bytes), before + "\xc3\xa9" + behind) << place << " of " << size;
+            bytes.erase(bytes.begin(), bytes.begin() + 2);
+            ASSERT_EQ(decode_text(bytes, jet3_format), before + "\xc3\xa9" + behind)
+                << place << " of " << size;
+            bytes[place] = 0;
+            ASSERT_EQ(decode_text(bytes, jet3_format), before + '\0' + behind) << place << " of " << size;
+        }
+}
+
 TEST(TextCodec, CompressesOnlyWhatGetsShorter) {
     EXPECT_EQ(stored(u""), Bytes{});
     EXPECT_EQ(stored(u"a"), (Bytes{'a', 0}));
