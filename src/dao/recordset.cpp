@@ -181,10 +181,12 @@ void Recordset::settle(std::ptrdiff_t from, std::ptrdiff_t step) {
         from += step;
     position_ = from;
     reader_is_here_ = false;
-    if (step > 0 && position_ >= 0 && position_ < size())
-        table_.expect(std::span(rows_).subspan(static_cast<std::size_t>(position_) + 1));
-    if (position_ >= 0 && position_ < size())
-        visited_ = std::max(visited_, static_cast<std::size_t>(position_) + 1);
+    if (position_ < 0 || position_ >= size())
+        return;
+    const std::size_t behind = static_cast<std::size_t>(position_) + 1;
+    visited_ = std::max(visited_, behind);
+    if (step > 0)
+        table_.expect(std::span(rows_).subspan(behind));
 }
 
 std::optional<jet::RowId> Recordset::Bookmark() const {
